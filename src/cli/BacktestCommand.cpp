@@ -1,0 +1,123 @@
+#include "CliOutput.h"
+#include "Commands.h"
+#include "engine/BacktestEngine.h"
+#include "engine/OutputCsv.h"
+#include "engine/RunSummary.h"
+#include "market/TextFile.h"
+#include "script/Script.h"
+
+#include <QCommandLineParser>
+#include <QFileInfo>
+
+namespace {
+
+struct BacktestOptions {
+    QString script;
+    QString data;
+    QString out = QStringLiteral("output.csv");
+    QString config;
+    int jobs = BacktestEngine::defaultJobs();
+    TextEncoding encoding = TextEncoding::Gbk;
+};
+
+// The options, or an error text.
+QString readOptions(const QStringList &arguments, BacktestOptions &options)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Backtests SCRIPT over the data directory."));
+    parser.addHelpOption();
+    parser.addPositionalArgument(QStringLiteral("SCRIPT"), QStringLiteral("the strategy script"));
+    const QCommandLineOption data(QStringLiteral("data"), QStringLiteral("K-line directory"), QStringLiteral("DIR"));
+    const QCommandLineOption out(QStringLiteral("out"), QStringLiteral("CSV file"), QStringLiteral("FILE"),
+                                 options.out);
+    const QCommandLineOption config(QStringLiteral("config"), QStringLiteral("configuration file"),
+                                    QStringLiteral("FILE"));
+    const QCommandLineOption jobs(QStringLiteral("jobs"), QStringLiteral("worker threads"), QStringLiteral("N"));
+    const QCommandLineOption encoding(QStringLiteral("encoding"), QStringLiteral("CSV encoding: gbk or utf-8"),
+                                      QStringLiteral("NAME"), QStringLiteral("gbk"));
+    parser.addOptions({data, out, config, jobs, encoding});
+    if (!parser.parse(arguments))
+        return parser.errorText();
+    if (parser.isSet(QStringLiteral("help")))
+        return parser.helpText();
+    if (parser.positionalArguments().size() != 1)
+        return QStringLiteral("需要一个脚本文件 / expected one SCRIPT\n") + parser.helpText();
+
+    options.script = parser.positionalArguments().constFirst();
+    options.data = parser.value(data);
+    options.out = parser.value(out);
+    options.config = parser.value(config);
+    if (parser.isSet(jobs)) {
+        bool ok = false;
+        options.jobs = parser.value(jobs).toInt(&ok);
+        if (!ok || options.jobs < 1)
+            return QStringLiteral("--jobs 需要正整数 / --jobs needs a positive number");
+    }
+    const QString encodingName = parser.value(encoding).toLower();
+    if (encodingName == QLatin1String("utf-8") || encodingName == QLatin1String("utf8"))
+        options.encoding = TextEncoding::Utf8;
+    else if (encodingName != QLatin1String("gbk"))
+        return QStringLiteral("--encoding 只能是 gbk 或 utf-8 / --encoding must be gbk or utf-8");
+    return {};
+}
+
+// Runs like the workbench's run button; the exit code.
+int run(const BacktestOptions &options)
+{
+    StrategyConfig config;
+    if (!options.config.isEmpty() && !QFileInfo(options.config).isReadable()) {
+        CliOutput::err(QStringLiteral("无法读取配置文件 / cannot read configuration: %1\n").arg(options.config));
+        return Commands::UsageError;
+    }
+    config.loadConfigFile(options.config.isEmpty() ? QStringLiteral("config.conf") : options.config);
+
+    const QString text = readTextFile(options.script);
+    if (text.isEmpty()) {
+        CliOutput::err(QStringLiteral("无法读取脚本 / cannot read script: %1\n").arg(options.script));
+        return Commands::UsageError;
+    }
+    Script script;
+    int errorLine = 0;
+    if (compileScript(script, config, text, errorLine) != 1) {
+        CliOutput::err(errorLine > 0 ? QStringLiteral("预编译出错: 第:%1行有错误\n").arg(errorLine)
+                                     : QStringLiteral("预编译出错: 脚本缺少买点\n"));
+        return Commands::CompileError;
+    }
+    if (!options.data.isEmpty())
+        config.kDir = options.data;
+
+    const StockFileList files = listStockFiles(config.kDir);
+    if (files.isEmpty()) {
+        CliOutput::err(QStringLiteral("警告: 文件夹%1不存在或其中缺少股票文件\n").arg(config.kDir));
+        return Commands::NoData;
+    }
+    CliOutput::ProgressBar progress;
+    TradeBook book = BacktestEngine(text, config).run(files, options.jobs, [&progress](int percent, const QString &) {
+        progress.show(percent);
+    });
+    book.applyDayLimit(config.maxCount, config.buyOrder);
+    const QString writeError = writeOutputCsv(options.out, book, options.encoding);
+    if (!writeError.isEmpty())
+        CliOutput::err(QStringLiteral("无法写入 / cannot write %1: %2\n").arg(options.out, writeError));
+    CliOutput::out(RunSummary::fromBook(book).text());
+    if (book.isEmpty())
+        CliOutput::out(QStringLiteral("\n"));
+    return Commands::Ok;
+}
+
+} // namespace
+
+namespace Commands {
+
+int backtest(const QStringList &arguments)
+{
+    BacktestOptions options;
+    const QString problem = readOptions(arguments, options);
+    if (!problem.isEmpty()) {
+        CliOutput::err(problem + QLatin1Char('\n'));
+        return arguments.contains(QStringLiteral("--help")) ? Ok : UsageError;
+    }
+    return run(options);
+}
+
+} // namespace Commands

@@ -1,0 +1,80 @@
+#include "CliOutput.h"
+#include "Commands.h"
+#include "market/KLineParser.h"
+#include "market/StockFileList.h"
+#include "market/TextFile.h"
+#include "script/MetaEvalutor.h"
+
+#include <memory>
+#include <vector>
+
+namespace {
+
+using EvaluatorList = std::vector<std::unique_ptr<MetaEvalutor>>;
+
+// Compiles every term, or names the first that does not compile.
+bool compileTerms(const QStringList &terms, EvaluatorList &evaluators, QString &failed)
+{
+    for (const QString &term : terms) {
+        std::unique_ptr<MetaEvalutor> evaluator(createEvaluator(term.section(QLatin1Char(','), 0, 0)));
+        if (!evaluator || !evaluator->parse(term)) {
+            failed = term;
+            return false;
+        }
+        evaluators.push_back(std::move(evaluator));
+    }
+    return true;
+}
+
+QString valueText(const MetaEvalutor &evaluator, int dayIndex)
+{
+    EvalValue value;
+    if (evaluator.value(dayIndex, value) != 1)
+        return QStringLiteral("NA");
+    if (value.kind == EvalValue::Boolean)
+        return value.flag ? QStringLiteral("true") : QStringLiteral("false");
+    return shortestReal(value.number);
+}
+
+} // namespace
+
+namespace Commands {
+
+// One line per bar: index, date, then every term's value on that day.
+int eval(const QStringList &arguments)
+{
+    if (arguments.size() < 3) {
+        CliOutput::err(QStringLiteral("用法 / usage: orvel-cli eval KLINEFILE TERM [TERM...]\n"));
+        return UsageError;
+    }
+    EvaluatorList evaluators;
+    QString failed;
+    if (!compileTerms(arguments.mid(2), evaluators, failed)) {
+        CliOutput::err(QStringLiteral("parse error: %1\n").arg(failed));
+        return CompileError;
+    }
+    std::vector<char> bytes;
+    if (!TextFile::readBytes(arguments[1], bytes)) {
+        CliOutput::err(QStringLiteral("无法读取 / cannot read: %1\n").arg(arguments[1]));
+        return UsageError;
+    }
+    StockSeries series;
+    parseKLineText(std::string_view(bytes.data(), bytes.size()), series);
+    series.code = stockCodeOf(arguments[1]);
+    for (const std::unique_ptr<MetaEvalutor> &evaluator : evaluators) {
+        evaluator->reset();
+        evaluator->bind(series.view());
+    }
+    QString text;
+    for (int day = 0; day < series.size(); ++day) {
+        text += QString::number(day) + QLatin1Char('\t') +
+                QString::fromLatin1(series.bars[size_t(day)].date.data(), qsizetype(series.bars[size_t(day)].date.size()));
+        for (const std::unique_ptr<MetaEvalutor> &evaluator : evaluators)
+            text += QLatin1Char('\t') + valueText(*evaluator, day);
+        text += QLatin1Char('\n');
+    }
+    CliOutput::out(text);
+    return Ok;
+}
+
+} // namespace Commands

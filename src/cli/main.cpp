@@ -1,0 +1,33 @@
+#include "CliOutput.h"
+#include "Commands.h"
+#include "app/MessageLog.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+const char kUsage[] = "用法 / usage:\n"
+                      "  orvel-cli backtest SCRIPT [--data DIR] [--out FILE] [--config FILE] [--jobs N]"
+                      " [--encoding gbk|utf-8]\n"
+                      "  orvel-cli eval KLINEFILE TERM [TERM...]\n"
+                      "Run a command with --help for its options.\n";
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    MessageLog::install();
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("orvel-cli"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(ORVEL_VERSION));
+
+    QStringList arguments = QCoreApplication::arguments();
+    const QString command = arguments.size() > 1 ? arguments.takeAt(1) : QString();
+    if (command == QLatin1String("backtest"))
+        return Commands::backtest(arguments);
+    if (command == QLatin1String("eval"))
+        return Commands::eval(arguments);
+    CliOutput::err(QString::fromUtf8(kUsage));
+    return command == QLatin1String("--help") || command == QLatin1String("-h") ? Commands::Ok
+                                                                                : Commands::UsageError;
+}

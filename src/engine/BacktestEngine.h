@@ -1,0 +1,30 @@
+#pragma once
+
+#include "TradeBook.h"
+#include "market/StockFileList.h"
+#include "script/StrategyConfig.h"
+
+#include <functional>
+
+// Runs a compiled strategy over listed stock files. Stocks are independent,
+// so they are shared out over `jobs` threads; their trades are merged in file
+// order, which makes the book the same for any number of threads.
+class BacktestEngine {
+public:
+    // Called once per file, in file order, with the percentage done before
+    // that file and its path. May be called from a worker thread.
+    using Progress = std::function<void(int percent, const QString &path)>;
+
+    // `scriptText` must have compiled; `config` is the configuration after
+    // compiling it.
+    BacktestEngine(QString scriptText, StrategyConfig config);
+
+    TradeBook run(const StockFileList &files, int jobs, const Progress &progress = {}) const;
+
+    // The number of worker threads when the user names none.
+    static int defaultJobs();
+
+private:
+    QString m_scriptText;
+    StrategyConfig m_config;
+};

@@ -1,0 +1,43 @@
+#include "RunSummary.h"
+
+#include <cstdio>
+
+RunSummary RunSummary::fromBook(const TradeBook &book)
+{
+    RunSummary summary;
+    summary.rows = book.rows();
+    long long holdSum = 0;
+    int successes = 0;
+    double gainSum = 0;
+    for (const TradeRecord &record : summary.rows) {
+        if (record.priceKind != TradeRecord::kOrdinarySale)
+            continue;
+        holdSum += record.holdDays;
+        if (record.salePrice >= record.buyPrice)
+            ++successes;
+        gainSum += (record.salePrice - record.buyPrice) * 100 / record.buyPrice;
+        ++summary.trades;
+    }
+    if (summary.trades > 0) {
+        summary.averageHoldDays = double(holdSum) / summary.trades;
+        summary.averageGain = gainSum / summary.trades;
+        summary.successRate = double(successes) / summary.trades * 100;
+    }
+    return summary;
+}
+
+QString RunSummary::text() const
+{
+    if (rows.empty())
+        return QStringLiteral("无数据");
+    return QStringLiteral("买卖次数:%1\n平均持股天数:%2\n策略成功率:%3\n平均收益:%4\n")
+        .arg(trades)
+        .arg(fixedTwoDecimals(averageHoldDays), fixedTwoDecimals(successRate), fixedTwoDecimals(averageGain));
+}
+
+QString fixedTwoDecimals(double value)
+{
+    char buffer[400];
+    std::snprintf(buffer, sizeof buffer, "%.2f", value);
+    return QString::fromLatin1(buffer);
+}

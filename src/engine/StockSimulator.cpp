@@ -1,0 +1,156 @@
+#include "StockSimulator.h"
+
+#include "market/TextFile.h"
+
+#include <QByteArray>
+
+namespace {
+
+bool isAscii(std::string_view text)
+{
+    for (const char c : text) {
+        if (static_cast<unsigned char>(c) >= 0x80)
+            return false;
+    }
+    return true;
+}
+
+double percentChange(double price, double base) { return (price - base) * 100 / base; }
+
+} // namespace
+
+QString dateText(std::string_view date)
+{
+    if (isAscii(date))
+        return QString::fromLatin1(date.data(), qsizetype(date.size()));
+    return TextFile::decode(QByteArray(date.data(), qsizetype(date.size())));
+}
+
+StockSimulator::StockSimulator(const StrategyConfig &config)
+    : m_config(config), m_saleAtClose(config.salePoint == QLatin1String("close")),
+      m_rapidTakeProfit(config.saleRapid == QLatin1String("yes"))
+{
+}
+
+void StockSimulator::simulateStock(const StockSeries &series, const Script &script,
+                                   std::vector<TradeRecord> &trades)
+{
+    m_bars = series.view();
+    m_trades = &trades;
+    m_position = TradeRecord();
+    // Earlier days only feed the indicators.
+    for (long long i = 5; i < series.size();) {
+        const bool buySignal = script.isBuy(int(i));
+        const bool saleSignal = script.isSale(int(i));
+        i += (long long)stepDay(series.code, int(i), buySignal, saleSignal) + 1;
+    }
+    m_trades = nullptr;
+}
+
+int StockSimulator::stepDay(const QString &code, int index, bool buySignal, bool saleSignal)
+{
+    if (index + 1 < int(m_bars.size())) {
+        if (!m_position.code.isEmpty())
+            return saleSignal ? sell(index, QStringLiteral("卖点")) : checkExit(index);
+        return buySignal ? tryBuy(code, index) : 0;
+    }
+    // The last bar: a signal can only be bought tomorrow; an open position
+    // has no exit day and is dropped without a record.
+    if (m_position.code.isEmpty() && buySignal)
+        filePendingBuy(code, index);
+    m_position = TradeRecord();
+    return 0;
+}
+
+int StockSimulator::tryBuy(const QString &code, int index)
+{
+    const Stock &today = m_bars[size_t(index)];
+    const Stock &next = m_bars[size_t(index + 1)];
+    const double gap = percentChange(next.open, today.close);
+    if (!(double(m_config.maxAllowDecrease) <= gap && gap <= double(m_config.maxAllowIncrease)))
+        return 0;
+    m_position.code = code;
+    m_position.buyPrice = next.open;
+    m_position.buyDate = dateText(next.date);
+    m_position.volumeKey = next.volume;
+    m_position.holdDays = 1;
+    m_position.status = QStringLiteral("持股中");
+    m_position.closed = false;
+    m_position.buyIndex = index + 1;
+    // The buy day itself is examined next: exits already apply on it.
+    return 0;
+}
+
+int StockSimulator::checkExit(int index)
+{
+    const Stock &bar = m_bars[size_t(index)];
+    const double closeGain = percentChange(bar.close, m_position.buyPrice);
+    const double highGain = percentChange(bar.high, m_position.buyPrice);
+    if (m_rapidTakeProfit && double(m_config.maxProfit) <= highGain) {
+        // Sold intraday at the exact target; such trades stay out of the summary.
+        m_position.salePrice = (m_config.maxProfit * 0.01 + 1.0) * m_position.buyPrice;
+        m_position.saleDate = dateText(bar.date);
+        m_position.holdDays = index - m_position.buyIndex + 1;
+        m_position.status = QStringLiteral("止盈");
+        m_position.closed = true;
+        fileAndClear();
+        return excludedDays();
+    }
+    if (closeGain >= double(m_config.maxProfit))
+        return sell(index, QStringLiteral("止盈"));
+    if (closeGain <= double(m_config.maxLost))
+        return sell(index, QStringLiteral("止损"));
+    if (index - m_position.buyIndex + 1 >= m_config.maxHoldDay)
+        return sell(index, QStringLiteral("持股时间到期"));
+    return 0;
+}
+
+int StockSimulator::sell(int index, const QString &type)
+{
+    const Stock &bar = m_bars[size_t(index)];
+    if (m_saleAtClose) {
+        m_position.salePrice = bar.close;
+        m_position.saleDate = dateText(bar.date);
+        m_position.holdDays = index - m_position.buyIndex + 1;
+        m_position.closed = true;
+        m_position.priceKind = TradeRecord::kOrdinarySale;
+    } else if (index + 1 < int(m_bars.size())) {
+        const Stock &next = m_bars[size_t(index + 1)];
+        m_position.salePrice = next.open;
+        m_position.saleDate = dateText(next.date);
+        m_position.holdDays = index - m_position.buyIndex + 2;
+        m_position.closed = true;
+        m_position.priceKind = TradeRecord::kOrdinarySale;
+    } else {
+        // Never reached from the day step, which does not sell on the last bar.
+        m_position.salePrice = 0;
+        m_position.saleDate = QStringLiteral("%1下一交易日开盘").arg(dateText(bar.date));
+        m_position.holdDays = index - m_position.buyIndex + 2;
+    }
+    m_position.status = type;
+    fileAndClear();
+    return excludedDays();
+}
+
+void StockSimulator::filePendingBuy(const QString &code, int index)
+{
+    m_position = TradeRecord();
+    m_position.code = code;
+    m_position.buyDate = QStringLiteral("%1下一日开盘买入").arg(dateText(m_bars[size_t(index)].date));
+    m_position.buyPrice = 0;
+    m_position.salePrice = 0;
+    m_position.volumeKey = 0;
+    m_position.holdDays = 1;
+    m_position.status = QStringLiteral("待买入");
+    m_position.closed = false;
+    fileAndClear();
+}
+
+void StockSimulator::fileAndClear()
+{
+    m_trades->push_back(m_position);
+    m_position = TradeRecord();
+}
+
+// A negative setting would make the walk stand still or go back.
+int StockSimulator::excludedDays() const { return m_config.minExclude > 0 ? m_config.minExclude : 0; }

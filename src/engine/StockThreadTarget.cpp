@@ -1,0 +1,22 @@
+#include "StockThreadTarget.h"
+
+void StockThreadTarget::setFiles(const StockFileList &files)
+{
+    if (!isRunning())
+        m_files = files;
+}
+
+void StockThreadTarget::setStrategy(const QString &scriptText, const StrategyConfig &config)
+{
+    if (isRunning())
+        return;
+    m_scriptText = scriptText;
+    m_config = config;
+}
+
+void StockThreadTarget::run()
+{
+    const BacktestEngine engine(m_scriptText, m_config);
+    m_book = engine.run(m_files, m_jobs, [this](int percent, const QString &path) { emit updateStock(percent, path); });
+    emit updateFinished();
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QString>
+
+#include <memory>
+#include <span>
+#include <string_view>
+#include <vector>
+
+// One trading day of one stock. Prices and volume stay in single precision as
+// the data files are read; the date is the file's own text, never converted.
+struct Stock {
+    std::string_view date; // points into the owning StockSeries' text
+    float open = 0;
+    float high = 0;
+    float low = 0;
+    float close = 0;
+    float volume = 0;
+    float change = 0;
+    float increase = 0;
+};
+
+using StockBars = std::span<const Stock>;
+
+// A stock's day series, oldest first. It owns the bytes its dates point into,
+// and keeps its buffers between loads so that walking a whole market does not
+// allocate once the largest file has been seen.
+class StockSeries {
+public:
+    StockSeries() = default;
+    StockSeries(const StockSeries &) = delete;
+    StockSeries &operator=(const StockSeries &) = delete;
+    StockSeries(StockSeries &&) = default;
+    StockSeries &operator=(StockSeries &&) = default;
+
+    QString code;
+    std::vector<Stock> bars;
+
+    StockBars view() const { return bars; }
+    int size() const { return int(bars.size()); }
+    void clear()
+    {
+        code.clear();
+        bars.clear();
+    }
+
+    // Scratch space for the parser: at least `size` bytes whose address stays
+    // put until the next call, so dates may point into it.
+    char *textBuffer(size_t size);
+
+private:
+    std::unique_ptr<char[]> m_text;
+    size_t m_textCapacity = 0;
+};

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "Stock.h"
+
+#include <QString>
+
+#include <vector>
+
+struct StrategyConfig;
+
+// Loads listed files one after another, reusing its buffers.
+class StockLoader {
+public:
+    // Reads the file the configuration names for this listing entry: the
+    // configured directory, "/", and the entry's last six characters. True
+    // when the series holds more than six days.
+    bool loadStockSeries(const QString &listedPath, const StrategyConfig &config, StockSeries &series);
+
+private:
+    std::vector<char> m_bytes;
+};

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <vector>
+
+enum class TextEncoding { Gbk, Utf8 };
+
+// Whole-file reading and writing. Our own text files (scripts, "config.conf",
+// "output.csv") are GBK as the shipped program wrote them; files users bring
+// may be UTF-8, which is recognised and taken as such.
+namespace TextFile {
+
+// Reads the whole file into `bytes` (reusing its capacity). On failure logs
+// "open file failed:" with the system's reason and returns false.
+bool readBytes(const QString &path, std::vector<char> &bytes);
+
+// Valid UTF-8 (a leading BOM dropped) as UTF-8, anything else as GB18030.
+QString decode(const QByteArray &bytes);
+QByteArray encode(const QString &text, TextEncoding encoding);
+
+// Replaces `path` through a temporary file beside it, so a failure never
+// leaves a half-written file behind. Returns an error text, empty on success.
+QString writeAtomically(const QString &path, const QByteArray &bytes);
+
+} // namespace TextFile
+
+// The file's text, or an empty text (after the log line) when it cannot be read.
+QString readTextFile(const QString &path);

@@ -1,0 +1,36 @@
+#include "IndicatorEvaluator.h"
+
+void IndicatorEvaluator::bind(StockBars bars)
+{
+    MetaEvalutor::bind(bars);
+    m_line.assign(bars.size(), 0.0f);
+    m_defined.assign(bars.size(), 0);
+    const std::unique_ptr<StockIndicator> indicator = makeIndicator();
+    if (!indicator)
+        return;
+    for (size_t i = 0; i < bars.size(); ++i) {
+        const IndicatorValue result = indicator->next(bars[i]);
+        m_defined[i] = result.valid;
+        m_line[i] = lineOf(result);
+    }
+}
+
+int IndicatorEvaluator::value(int dayIndex, EvalValue &out) const
+{
+    const int i = barIndex(dayIndex);
+    if (i < 0 || !m_defined[size_t(i)])
+        return -1;
+    out.kind = EvalValue::Number;
+    out.number = m_line[size_t(i)];
+    return 1;
+}
+
+bool PeriodEvaluator::parse(const QString &text)
+{
+    const QStringList pieces = EvaluatorArguments::split(text);
+    if (pieces.size() != 3 || pieces[0] != names().constFirst())
+        return false;
+    m_period = EvaluatorArguments::toInt(pieces[1]);
+    offset = EvaluatorArguments::toInt(pieces[2]);
+    return true;
+}

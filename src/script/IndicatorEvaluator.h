@@ -1,0 +1,33 @@
+#pragma once
+
+#include "MetaEvalutor.h"
+#include "indicators/StockIndicator.h"
+
+#include <memory>
+#include <vector>
+
+// Common ground of the terms backed by a streaming indicator: bind runs the
+// indicator once over the stock and keeps the chosen line per bar, so a day's
+// value is a lookup.
+struct IndicatorEvaluator : MetaEvalutor {
+    void bind(StockBars bars) override;
+    int value(int dayIndex, EvalValue &out) const override;
+
+protected:
+    // A fresh indicator for this term, or nullptr when it can never have a value.
+    virtual std::unique_ptr<StockIndicator> makeIndicator() const = 0;
+    virtual float lineOf(const IndicatorValue &result) const = 0;
+
+private:
+    std::vector<float> m_line;
+    std::vector<unsigned char> m_defined;
+};
+
+// "name,period,offset" terms over one average.
+struct PeriodEvaluator : IndicatorEvaluator {
+    bool parse(const QString &text) override;
+
+protected:
+    int m_period = 0;
+    float lineOf(const IndicatorValue &result) const override { return result.value1; }
+};

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "IndicatorEvaluator.h"
+
+// "volma,period,offset": the average of the volume. A period of 0 or less never has a value.
+struct Indicator_VolMa : PeriodEvaluator {
+    QStringList names() const override { return {QStringLiteral("volma")}; }
+
+protected:
+    std::unique_ptr<StockIndicator> makeIndicator() const override;
+};

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "NamedLineEvaluator.h"
+
+// "boll.upper", "boll.mid", "boll.lower": the bands mid ± 2σ of BOLL(20).
+struct MetaEvalator_BOLL : NamedLineEvaluator {
+    static QStringList nameList() { return QStringLiteral("boll.upper|boll.mid|boll.lower").split(QLatin1Char('|')); }
+    QStringList names() const override { return nameList(); }
+
+protected:
+    std::unique_ptr<StockIndicator> makeIndicator() const override;
+    float lineOf(const IndicatorValue &result) const override;
+};

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "IndicatorEvaluator.h"
+
+// "dmi.pdi", "dmi.mdi", "dmi.adx", "dmi.adxr" with "name,N,M,offset":
+// N steps of direction sums, M values of ADX averaging.
+struct MetaEvalator_DMI : IndicatorEvaluator {
+    static QStringList nameList()
+    {
+        return QStringLiteral("dmi.pdi|dmi.mdi|dmi.adx|dmi.adxr").split(QLatin1Char('|'));
+    }
+    QStringList names() const override { return nameList(); }
+    bool parse(const QString &text) override;
+
+protected:
+    std::unique_ptr<StockIndicator> makeIndicator() const override;
+    float lineOf(const IndicatorValue &r) const override;
+
+private:
+    int m_line = 0;
+    int m_n = 14;
+    int m_m = 6;
+};

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "MetaEvalutor.h"
+
+// The day's own fields: "open", "high", "low", "close", "vol", and the
+// percentages "increase" (against the previous close) and "swing".
+struct MetaEvalator_OHLC : MetaEvalutor {
+    static QStringList nameList();
+    QStringList names() const override { return nameList(); }
+    bool parse(const QString &text) override;
+    int value(int dayIndex, EvalValue &out) const override;
+
+private:
+    enum class Field { Open, High, Low, Close, Increase, Swing, Vol };
+    Field m_field = Field::Close;
+    int m_mode = 0; // which price "increase" measures against the previous close
+};

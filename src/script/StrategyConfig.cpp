@@ -1,0 +1,86 @@
+#include "StrategyConfig.h"
+
+#include "market/DecimalNumber.h"
+#include "market/TextFile.h"
+
+namespace {
+
+std::string latin1(const QString &text) { return text.toStdString(); }
+
+float readFloat(const QString &text) { return DecimalNumber::toFloat(latin1(text)); }
+int readTruncatedInt(const QString &text) { return DecimalNumber::toTruncatedInt(latin1(text)); }
+
+} // namespace
+
+int StrategyConfig::parseConfigLine(const QString &line)
+{
+    const QStringList parts = line.split(QLatin1Char(','));
+    if (parts.size() != 2)
+        return -1;
+    const QString &key = parts[0];
+    const QString &value = parts[1];
+    if (key == QLatin1String("config.source.k.dir"))
+        kDir = value;
+    else if (key == QLatin1String("config.source.k.format"))
+        kFormat = value;
+    else if (key == QLatin1String("config.trade.sale.point"))
+        salePoint = value;
+    else if (key == QLatin1String("config.trade.buy.order"))
+        buyOrder = value;
+    else if (key == QLatin1String("config.trade.sale.rapid"))
+        saleRapid = value;
+    else if (key == QLatin1String("config.trade.max.hold.day"))
+        maxHoldDay = readTruncatedInt(value);
+    else if (key == QLatin1String("config.trade.min.exclude"))
+        minExclude = readTruncatedInt(value);
+    else if (key == QLatin1String("config.trade.max.profit"))
+        maxProfit = readFloat(value);
+    else if (key == QLatin1String("config.trade.max.lost"))
+        maxLost = readFloat(value);
+    else if (key == QLatin1String("config.trade.max.count"))
+        maxCount = readTruncatedInt(value);
+    else if (key == QLatin1String("config.trade.max.allow.increase"))
+        maxAllowIncrease = readFloat(value);
+    else if (key == QLatin1String("config.trade.max.allow.decrease"))
+        maxAllowDecrease = readFloat(value);
+    else {
+        // Only an unknown key normalises the sale settings; the shipped files
+        // always carry one ("config.source.ticket.dir"), so they always run this.
+        if (salePoint != QLatin1String("open"))
+            salePoint = QStringLiteral("close");
+        if (saleRapid != QLatin1String("yes"))
+            saleRapid = QStringLiteral("no");
+        return 0;
+    }
+    return 1;
+}
+
+bool StrategyConfig::loadConfigFile(const QString &path)
+{
+    QString text = readTextFile(path);
+    if (text.isEmpty())
+        text = readTextFile(QStringLiteral(":qrc/config.conf"));
+    for (const QString &line : splitScriptLines(text))
+        parseConfigLine(line);
+    return true;
+}
+
+QStringList splitScriptLines(const QString &text)
+{
+    QStringList lines = text.split(QLatin1Char('\n'));
+    for (QString &line : lines) {
+        if (line.endsWith(QLatin1Char('\r')))
+            line.chop(1);
+    }
+    return lines;
+}
+
+QString configKeywordList()
+{
+    return QStringLiteral("config.source.k.dir|config.source.k.format|config.trade.max.hold.day|"
+                          "config.trade.min.exclude|config.trade.max.profit|config.trade.max.lost|"
+                          "config.trade.max.count|config.trade.sale.point,open|"
+                          "config.trade.max.allow.increase|config.trade.max.allow.decrease|"
+                          "config.trade.buy.order|config.trade.sale.rapid|config.trade.sale.point|"
+                          "config.source.ticket.dir");
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// The strategy's settings, filled by "config.conf" and then by the `config.`
+// lines of the script being compiled.
+struct StrategyConfig {
+    QString kDir = QStringLiteral("data");
+    QString kFormat = QStringLiteral("default");
+    QString salePoint;
+    QString saleRapid;
+    int maxHoldDay = 36;
+    int minExclude = 1;
+    float maxProfit = 72.0f;
+    float maxLost = -10.0f;
+    int maxCount = 3;
+    float maxAllowIncrease = 3.6f;
+    float maxAllowDecrease = -3.6f;
+    QString buyOrder = QStringLiteral("desc");
+
+    // 1: a known key was stored; 0: two fields but an unknown key (the sale
+    // settings were normalised); -1: the line is not "key,value".
+    int parseConfigLine(const QString &line);
+
+    // Applies "config.conf" from the working directory, or the built-in copy
+    // when that cannot be read or is empty. Always true.
+    bool loadConfigFile(const QString &path = QStringLiteral("config.conf"));
+};
+
+// Script and configuration text split at "\n" with empty pieces kept; one
+// trailing "\r" is removed from each line, so CR LF files read like LF files.
+QStringList splitScriptLines(const QString &text);
+
+// The editor's vocabulary of configuration entries, "|"-separated.
+QString configKeywordList();
