@@ -49,33 +49,27 @@ QString shortestReal(double value)
         return QStringLiteral("nan");
     if (std::isinf(value))
         return value > 0 ? QStringLiteral("inf") : QStringLiteral("-inf");
+    // The shortest exact digits come from the scientific form "d.ddde±x".
     char buffer[64];
     const auto result = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::scientific);
-    const std::string scientific(buffer, result.ptr);
-    const size_t e = scientific.find('e');
-    const int exponent = std::atoi(scientific.c_str() + e + 1);
-    const bool negative = scientific[0] == '-';
-    std::string digits;
-    for (size_t i = negative ? 1 : 0; i < e; ++i) {
-        if (scientific[i] != '.')
-            digits += scientific[i];
-    }
-    std::string text = negative ? "-" : "";
+    const QLatin1StringView scientific(buffer, result.ptr);
+    const qsizetype e = scientific.indexOf(QLatin1Char('e'));
+    const int exponent = QString(scientific.sliced(e + 1)).toInt();
+    const bool negative = value < 0 || (value == 0 && std::signbit(value));
+    QString digits = QString(scientific.first(e)).remove(QLatin1Char('.')).remove(QLatin1Char('-'));
+
+    QString text = negative ? QStringLiteral("-") : QString();
     if (exponent < -4 || exponent >= 16) {
-        text += digits.substr(0, 1);
+        text += digits.front();
         if (digits.size() > 1)
-            text += "." + digits.substr(1);
-        char exponentText[16];
-        std::snprintf(exponentText, sizeof exponentText, "e%c%02d", exponent < 0 ? '-' : '+', std::abs(exponent));
-        text += exponentText;
+            text += QLatin1Char('.') + digits.sliced(1);
+        text += QStringLiteral("e%1%2").arg(exponent < 0 ? '-' : '+').arg(std::abs(exponent), 2, 10, QLatin1Char('0'));
     } else if (exponent < 0) {
-        text += "0." + std::string(size_t(-exponent - 1), '0') + digits;
+        text += QStringLiteral("0.") + QString(-exponent - 1, QLatin1Char('0')) + digits;
+    } else if (digits.size() <= exponent + 1) {
+        text += digits + QString(exponent + 1 - digits.size(), QLatin1Char('0')) + QStringLiteral(".0");
     } else {
-        const size_t whole = size_t(exponent) + 1;
-        if (digits.size() <= whole)
-            text += digits + std::string(whole - digits.size(), '0') + ".0";
-        else
-            text += digits.substr(0, whole) + "." + digits.substr(whole);
+        text += digits.first(exponent + 1) + QLatin1Char('.') + digits.sliced(exponent + 1);
     }
-    return QString::fromStdString(text);
+    return text;
 }

@@ -1,0 +1,78 @@
+#include "engine/OutputCsv.h"
+#include "engine/RunSummary.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TradeRecord trade(const char *code, const char *date, double volume, double buy = 10, double sale = 11)
+{
+    TradeRecord r;
+    r.code = QString::fromLatin1(code);
+    r.buyDate = QString::fromLatin1(date);
+    r.saleDate = QString::fromLatin1(date);
+    r.volumeKey = volume;
+    r.buyPrice = buy;
+    r.salePrice = sale;
+    r.holdDays = 2;
+    r.status = QStringLiteral("卖点");
+    r.priceKind = TradeRecord::kOrdinarySale;
+    return r;
+}
+
+QStringList codes(const TradeBook &book)
+{
+    QStringList list;
+    for (const TradeRecord &r : book.rows())
+        list << r.code;
+    return list;
+}
+
+} // namespace
+
+TEST(DayLimit, KeepsTheLargestVolumesAndTheEarlierFiledOnTies)
+{
+    TradeBook book;
+    for (const TradeRecord &r : {trade("a", "d1", 5), trade("b", "d1", 9), trade("c", "d1", 5), trade("d", "d1", 7),
+                                 trade("e", "d2", 1), trade("f", "d0", 1)})
+        book.file(r);
+    TradeBook ascending = book;
+    book.applyDayLimit(3, QStringLiteral("desc"));
+    EXPECT_EQ(codes(book), (QStringList{"f", "b", "d", "a", "e"}));
+    ascending.applyDayLimit(3, QStringLiteral("asc"));
+    EXPECT_EQ(codes(ascending), (QStringList{"f", "a", "c", "d", "e"}));
+    TradeBook none = ascending;
+    none.applyDayLimit(0, QStringLiteral("desc"));
+    EXPECT_TRUE(codes(none).isEmpty());
+}
+
+TEST(Summary, CountsOrdinarySalesOnlyWithTwoDecimalsRoundedToEven)
+{
+    TradeBook book;
+    book.file(trade("a", "d1", 1, 10, 10));  // a tie is a success, gain 0
+    book.file(trade("b", "d1", 1, 8, 8.09)); // gain 1.125
+    TradeRecord rapid = trade("c", "d2", 1, 10, 20);
+    rapid.priceKind = 0;
+    book.file(rapid);
+    const RunSummary summary = RunSummary::fromBook(book);
+    EXPECT_EQ(summary.rows.size(), 3u);
+    EXPECT_EQ(summary.text(), QStringLiteral("买卖次数:2\n平均持股天数:2.00\n策略成功率:100.00\n平均收益:0.56\n"));
+    EXPECT_EQ(fixedTwoDecimals(1.125), QStringLiteral("1.12"));
+    EXPECT_EQ(fixedTwoDecimals(-7.125), QStringLiteral("-7.12"));
+
+    TradeBook onlyRapid;
+    onlyRapid.file(rapid);
+    EXPECT_EQ(RunSummary::fromBook(onlyRapid).text(),
+              QStringLiteral("买卖次数:0\n平均持股天数:0.00\n策略成功率:0.00\n平均收益:0.00\n"));
+    EXPECT_EQ(RunSummary::fromBook(TradeBook()).text(), QStringLiteral("无数据"));
+}
+
+TEST(Csv, PricesInShortestPrintfFormAndNoHeader)
+{
+    TradeBook book;
+    book.file(trade("600000", "2019-01-02", 1, 10.5, 1234567.0));
+    book.file(trade("000001", "2019-01-01", 1, 0.000012, 11.0));
+    EXPECT_EQ(outputCsvText(book), QStringLiteral("000001,2019-01-01,1.2e-05,2019-01-01,11,2,卖点\n"
+                                                  "600000,2019-01-02,10.5,2019-01-02,1.23457e+06,2,卖点\n"));
+    EXPECT_EQ(shortReal(8.090000152587891), QStringLiteral("8.09"));
+}

@@ -1,0 +1,108 @@
+#include "indicators/BollIndicator.h"
+#include "indicators/DMIStockIndicator.h"
+#include "indicators/EMAIndicator.h"
+#include "indicators/KDJIndicator.h"
+#include "indicators/MaNIndicator.h"
+#include "indicators/MacdIndicator.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace {
+
+Stock bar(float close, float high = 0, float low = 0)
+{
+    Stock s;
+    s.open = s.close = close;
+    s.high = high ? high : close;
+    s.low = low ? low : close;
+    return s;
+}
+
+std::vector<IndicatorValue> run(StockIndicator &indicator, const std::vector<Stock> &bars)
+{
+    std::vector<IndicatorValue> results;
+    for (const Stock &b : bars)
+        results.push_back(indicator.next(b));
+    return results;
+}
+
+} // namespace
+
+TEST(Averages, WarmUpLengthEqualsThePeriod)
+{
+    MaNIndicator ma(5);
+    const auto r = run(ma, {bar(1), bar(2), bar(3), bar(4), bar(5), bar(6)});
+    for (int i = 0; i < 4; ++i)
+        EXPECT_FALSE(r[size_t(i)].valid);
+    EXPECT_EQ(r[4].value1, 3.0f);
+    EXPECT_EQ(r[5].value1, 4.0f);
+
+    MaNIndicator tooLong(10);
+    for (const IndicatorValue &v : run(tooLong, {bar(1), bar(2), bar(3)}))
+        EXPECT_FALSE(v.valid);
+}
+
+TEST(Averages, EmaIsSeededWithThePreviousClose)
+{
+    EMAIndicator ema(3);
+    const auto r = run(ema, {bar(10), bar(10), bar(13)});
+    EXPECT_FALSE(r[1].valid);
+    EXPECT_EQ(r[2].value1, 11.5f);
+    EMAIndicator one(1);
+    EXPECT_EQ(one.next(bar(7.25f)).value1, 7.25f);
+}
+
+TEST(Macd, FirstBarInvalidThenZeroOnAConstantPrice)
+{
+    MacdIndicator macd;
+    const auto r = run(macd, {bar(8), bar(8), bar(8)});
+    EXPECT_FALSE(r[0].valid);
+    EXPECT_TRUE(r[1].valid);
+    EXPECT_EQ(r[2].value1, 0.0f);
+    EXPECT_EQ(r[2].value2, 0.0f);
+    EXPECT_EQ(r[2].value3, 0.0f);
+}
+
+TEST(Kdj, StartsFromZeroAndClampsTheFlatWindow)
+{
+    KDJIndicator kdj;
+    std::vector<Stock> bars;
+    for (int i = 0; i < 9; ++i)
+        bars.push_back(bar(10, 10, 5)); // close at the highest high: RSV 100
+    const auto r = run(kdj, bars);
+    EXPECT_FALSE(r[7].valid);
+    EXPECT_FLOAT_EQ(r[8].value1, 100.0f / 3);
+    EXPECT_FLOAT_EQ(r[8].value2, 100.0f / 9);
+    EXPECT_FLOAT_EQ(r[8].value3, 3 * (100.0f / 3) - 2 * (100.0f / 9));
+
+    KDJIndicator flat; // high = low: RSV is 0/0, which clamps to 0
+    const auto f = run(flat, std::vector<Stock>(9, bar(10)));
+    EXPECT_EQ(f[8].value1, 0.0f);
+    EXPECT_EQ(f[8].value2, 0.0f);
+}
+
+TEST(Boll, EqualClosesCollapseTheBands)
+{
+    BollIndicator boll;
+    const auto r = run(boll, std::vector<Stock>(20, bar(12.5f)));
+    EXPECT_FALSE(r[18].valid);
+    EXPECT_TRUE(r[19].valid);
+    EXPECT_EQ(r[19].value2, 0.0f);
+    EXPECT_EQ(r[19].value1, 12.5f * 20 * 0.05f);
+}
+
+TEST(Dmi, FirstValueAfterNPlusOneBarsAndAdxrHalvedUntilMPlusOne)
+{
+    DMIStockIndicator dmi(14, 6);
+    std::vector<Stock> bars;
+    for (int i = 0; i < 40; ++i)
+        bars.push_back(bar(10 + float(i * i % 11) / 4, 13 + float(i * i % 7), 9 - float(i * i % 5) / 3));
+    const auto r = run(dmi, bars);
+    EXPECT_FALSE(r[13].valid);
+    ASSERT_TRUE(r[14].valid);
+    for (int i = 14; i < 20; ++i)
+        EXPECT_EQ(r[size_t(i)].value4, float(double(r[size_t(i)].value3) * 0.5)) << i;
+    EXPECT_NE(r[20].value4, float(double(r[20].value3) * 0.5));
+}

@@ -1,0 +1,137 @@
+#include "TestSupport.h"
+#include "market/DecimalNumber.h"
+
+#include <gtest/gtest.h>
+
+#include <QString>
+
+#include <cmath>
+#include <cstdio>
+#include <random>
+
+namespace {
+
+StockSeries parse(const std::string &text)
+{
+    StockSeries series;
+    parseKLineText(text, series);
+    return series;
+}
+
+} // namespace
+
+TEST(KLineText, ReadsTheListInsideAnyFramingWithOrWithoutQuotes)
+{
+    const StockSeries quoted = parse(R"(x={"day":[["2019-01-02","9.1","9.16","9.2","9.0","100"],)"
+                                     R"(["2019-01-03","9.2","9.3","9.4","9.1","200"]]} trailing]])");
+    const StockSeries bare = parse("[[2019-01-02,9.1,9.16,9.2,9.0,100],[2019-01-03,9.2,9.3,9.4,9.1,200]]");
+    ASSERT_EQ(quoted.size(), 2);
+    ASSERT_EQ(bare.size(), 2);
+    for (const StockSeries *s : {&quoted, &bare}) {
+        EXPECT_EQ(s->bars[0].date, "2019-01-02");
+        EXPECT_EQ(s->bars[1].date, "2019-01-03");
+        // The columns are open, close, high, low, volume.
+        EXPECT_FLOAT_EQ(s->bars[1].open, 9.2f);
+        EXPECT_FLOAT_EQ(s->bars[1].close, 9.3f);
+        EXPECT_FLOAT_EQ(s->bars[1].high, 9.4f);
+        EXPECT_FLOAT_EQ(s->bars[1].low, 9.1f);
+        EXPECT_FLOAT_EQ(s->bars[1].volume, 200.0f);
+    }
+}
+
+TEST(KLineText, FirstDayIncreaseIsMeasuredAgainstMinusOne)
+{
+    const StockSeries s = parse("[[d1,9,9.16,9.2,9,1],[d2,9,10.076,11,9,1]]");
+    ASSERT_EQ(s.size(), 2);
+    EXPECT_FLOAT_EQ(s.bars[0].change, 10.16f);
+    EXPECT_FLOAT_EQ(s.bars[0].increase, -1016.0f);
+    const float change = 10.076f - 9.16f;
+    EXPECT_EQ(s.bars[1].change, change);
+    EXPECT_EQ(s.bars[1].increase, change * 100 / 9.16f);
+}
+
+TEST(KLineText, ShortItemsAreSkippedAndDoNotMoveThePreviousClose)
+{
+    const StockSeries s = parse("[[d1,1,10,1,1,1],[d2,1,50,1,1],[d3,1,11,1,1,1,extra,fields]]");
+    ASSERT_EQ(s.size(), 2);
+    EXPECT_EQ(s.bars[1].date, "d3");
+    EXPECT_FLOAT_EQ(s.bars[1].change, 1.0f);
+}
+
+TEST(KLineText, BadNumbersReadZeroAndNothingBreaks)
+{
+    const StockSeries s = parse("[[d1, 5 ,nan,inf,1e39,abc],[d2,-0.5,+2.,.25,1e3,1e-50]]");
+    ASSERT_EQ(s.size(), 2);
+    EXPECT_FLOAT_EQ(s.bars[0].open, 5.0f); // surrounding blanks are ignored
+    EXPECT_EQ(s.bars[0].close, 0.0f);
+    EXPECT_EQ(s.bars[0].high, 0.0f);
+    EXPECT_EQ(s.bars[0].low, 0.0f); // beyond the float range
+    EXPECT_EQ(s.bars[0].volume, 0.0f);
+    EXPECT_FLOAT_EQ(s.bars[1].open, -0.5f);
+    EXPECT_FLOAT_EQ(s.bars[1].close, 2.0f);
+    EXPECT_FLOAT_EQ(s.bars[1].high, 0.25f);
+    EXPECT_FLOAT_EQ(s.bars[1].low, 1000.0f);
+    EXPECT_EQ(s.bars[1].volume, 0.0f); // underflow
+}
+
+TEST(KLineText, OddShapesFollowTheSplittingRules)
+{
+    EXPECT_EQ(parse("").size(), 0);
+    EXPECT_EQ(parse("[[]]").size(), 0);
+    EXPECT_EQ(parse("no list at all").size(), 0);
+    // Without "[[" the whole text is split; a leading "[" of a date is dropped.
+    const StockSeries noOpen = parse("[d1,1,2,3,4,5],[d2,1,2,3,4,5");
+    ASSERT_EQ(noOpen.size(), 2);
+    EXPECT_EQ(noOpen.bars[0].date, "d1");
+    EXPECT_EQ(noOpen.bars[1].volume, 5.0f);
+    // Only the first "]]" ends the list; quotes vanish before the "],[" split.
+    const StockSeries cut = parse(R"([[d1,1,2,3,4,5]"],"[d2,1,2,3,4,5]],[[d3,1,2,3,4,5]])");
+    ASSERT_EQ(cut.size(), 2);
+    EXPECT_EQ(cut.bars[1].date, "d2");
+    // A number glued to a stray bracket is not a number.
+    EXPECT_EQ(parse("[[d1,1,2,3,4,5]x]]").bars.at(0).volume, 0.0f);
+}
+
+TEST(KLineText, FastNumberPathAgreesWithTheGeneralConversion)
+{
+    std::mt19937_64 random(7);
+    char text[64];
+    for (int i = 0; i < 200000; ++i) {
+        const double magnitude = std::pow(10.0, double(random() % 12) - 3);
+        const double value = double(random() % 100000000) / 1e4 * magnitude;
+        const int decimals = int(random() % 9);
+        const int length = std::snprintf(text, sizeof text, "%.*f", decimals, random() % 2 ? value : -value);
+        float fast = -1;
+        const char *end = DecimalNumber::scanSimpleFloat(text, text + length, fast);
+        const float general = DecimalNumber::toFloat(std::string_view(text, size_t(length)));
+        if (end) {
+            ASSERT_EQ(end, text + length) << text;
+            ASSERT_EQ(std::memcmp(&fast, &general, sizeof fast), 0) << text;
+        }
+    }
+}
+
+TEST(DecimalText, FloatsAreTheDecimalRoundedToDoubleThenToFloat)
+{
+    // A decimal just above the halfway point between two floats, whose
+    // nearest double lies exactly on that halfway point: rounding through the
+    // double goes to even, a direct float conversion would round up.
+    EXPECT_EQ(DecimalNumber::toFloat("1.00000005960464477550"), 1.0f);
+    EXPECT_EQ(DecimalNumber::toFloat("3.4e38"), 3.4e38f);
+    EXPECT_EQ(DecimalNumber::toFloat("3.5e38"), 0.0f);
+}
+
+TEST(DecimalText, IntegersReadLikeBaseTenWithBlanksAndSign)
+{
+    EXPECT_EQ(DecimalNumber::toInt(" 5 "), 5);
+    EXPECT_EQ(DecimalNumber::toInt("+5"), 5);
+    EXPECT_EQ(DecimalNumber::toInt("-12"), -12);
+    EXPECT_EQ(DecimalNumber::toInt("5.0"), 0);
+    EXPECT_EQ(DecimalNumber::toInt("+-5"), 0);
+    EXPECT_EQ(DecimalNumber::toInt("x"), 0);
+    EXPECT_EQ(DecimalNumber::toInt("2147483648"), 0);
+    EXPECT_EQ(DecimalNumber::toTruncatedInt("4.7"), 4);
+    EXPECT_EQ(DecimalNumber::toTruncatedInt("-2.5"), -2);
+    EXPECT_EQ(DecimalNumber::toTruncatedInt("1e20"), 2147483647);
+    EXPECT_EQ(DecimalNumber::toTruncatedInt("-1e20"), -2147483647 - 1);
+}

@@ -1,0 +1,76 @@
+#include "TestSupport.h"
+#include "market/StockFileList.h"
+#include "market/StockLoader.h"
+#include "script/StrategyConfig.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace {
+
+const char kSevenDays[] = "[[d1,1,1,1,1,1],[d2,1,1,1,1,1],[d3,1,1,1,1,1],[d4,1,1,1,1,1],"
+                          "[d5,1,1,1,1,1],[d6,1,1,1,1,1],[d7,1,1,1,1,1]]";
+
+void writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+} // namespace
+
+TEST(DataDirectory, ListsRegularVisibleFilesByNameIgnoringCase)
+{
+    QTemporaryDir dir;
+    for (const char *name : {"600001", "SH600002", "sh600000", ".600003"})
+        writeFile(dir.filePath(QString::fromLatin1(name)), "x");
+    QDir(dir.path()).mkdir(QStringLiteral("600004"));
+    QFile::link(dir.filePath(QStringLiteral("600001")), dir.filePath(QStringLiteral("600005")));
+
+    QStringList names;
+    for (const QString &path : listStockFiles(dir.path()))
+        names << QFileInfo(path).fileName();
+    EXPECT_EQ(names, (QStringList{"600001", "sh600000", "SH600002"}));
+    EXPECT_TRUE(listStockFiles(dir.filePath(QStringLiteral("missing"))).isEmpty());
+}
+
+TEST(DataDirectory, APrefixedNameIsReadThroughItsBareCode)
+{
+    QTemporaryDir dir;
+    writeFile(dir.filePath(QStringLiteral("sh688006")), "garbage, not read");
+    writeFile(dir.filePath(QStringLiteral("688006")), kSevenDays);
+    StrategyConfig config;
+    config.kDir = dir.path();
+    StockLoader loader;
+    StockSeries series;
+    EXPECT_TRUE(loader.loadStockSeries(dir.filePath(QStringLiteral("sh688006")), config, series));
+    EXPECT_EQ(series.code, QStringLiteral("688006"));
+    EXPECT_EQ(series.size(), 7);
+
+    LogCapture log;
+    EXPECT_FALSE(loader.loadStockSeries(dir.filePath(QStringLiteral("sz000001")), config, series));
+    ASSERT_EQ(log.lines().size(), 1);
+    EXPECT_TRUE(log.lines()[0].startsWith(QStringLiteral("open file failed:")));
+}
+
+TEST(DataDirectory, SixDaysAreTooFewAndOtherFormatsReadNothing)
+{
+    QTemporaryDir dir;
+    writeFile(dir.filePath(QStringLiteral("600000")), QByteArray(kSevenDays).replace(",[d7,1,1,1,1,1]", ""));
+    writeFile(dir.filePath(QStringLiteral("600001")), kSevenDays);
+    StrategyConfig config;
+    config.kDir = dir.path();
+    StockLoader loader;
+    StockSeries series;
+    EXPECT_FALSE(loader.loadStockSeries(dir.filePath(QStringLiteral("600000")), config, series));
+    EXPECT_EQ(series.size(), 6);
+    EXPECT_TRUE(loader.loadStockSeries(dir.filePath(QStringLiteral("600001")), config, series));
+    config.kFormat = QStringLiteral("tdx");
+    EXPECT_FALSE(loader.loadStockSeries(dir.filePath(QStringLiteral("600001")), config, series));
+    EXPECT_EQ(series.size(), 0);
+    EXPECT_FALSE(loader.loadStockSeries(QStringLiteral("/a/b"), config, series)); // shorter than seven
+}

@@ -1,0 +1,104 @@
+#include "TestSupport.h"
+#include "script/MetaEvalutor.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+std::unique_ptr<MetaEvalutor> compileTerm(const QString &term)
+{
+    std::unique_ptr<MetaEvalutor> evaluator(createEvaluator(term.section(QLatin1Char(','), 0, 0)));
+    if (!evaluator || !evaluator->parse(term))
+        return nullptr;
+    return evaluator;
+}
+
+bool compiles(const char *term) { return compileTerm(QString::fromUtf8(term)) != nullptr; }
+
+// "NA" or the number the term gives on a day.
+QString valueOn(MetaEvalutor &evaluator, int day)
+{
+    EvalValue value;
+    if (evaluator.value(day, value) != 1)
+        return QStringLiteral("NA");
+    return value.kind == EvalValue::Boolean ? QString::number(value.flag) : QString::number(value.number);
+}
+
+const StockSeries kSeries = seriesOf({{"d0", 10, 10, 10, 10, 100},
+                                      {"d1", 10, 11, 12, 10, 200},
+                                      {"d2", 11, 12, 13, 11, 300},
+                                      {"d3", 12, 13, 14, 12, 400},
+                                      {"d4", 13, 14, 15, 12.5, 500}});
+
+} // namespace
+
+TEST(Terms, ArgumentsMustMatchEachTermsForm)
+{
+    EXPECT_TRUE(compiles("increase,0"));
+    EXPECT_TRUE(compiles("increase,4,0"));
+    EXPECT_FALSE(compiles("increase,0,0"));
+    EXPECT_FALSE(compiles("close,1,0"));
+    EXPECT_FALSE(compiles("ma,5"));
+    EXPECT_FALSE(compiles("ma,5,-1,2"));
+    EXPECT_TRUE(compiles("ma,x,-1"));
+    EXPECT_TRUE(compiles("ma, 5 ,0"));
+    EXPECT_FALSE(compiles("boll.mid,0,0"));
+    EXPECT_TRUE(compiles("dmi.adx,14,6,0"));
+    EXPECT_FALSE(compiles("dmi.adx,5,2,0"));
+    EXPECT_FALSE(compiles("dmi.adx,6,14,0"));
+    EXPECT_FALSE(compiles("dmi.adx,6,1,0"));
+    EXPECT_TRUE(compiles("value,-3"));
+    EXPECT_FALSE(compiles("value,abc"));
+    EXPECT_FALSE(compiles("value,nan"));
+    EXPECT_FALSE(compiles("Close,0"));
+    EXPECT_TRUE(compiles("k.旭日东升,0"));
+    EXPECT_TRUE(compiles("k.旭日东升,-2"));
+    EXPECT_FALSE(compiles("k.旭日东升,1"));
+    EXPECT_FALSE(compiles("k.旭日东升"));
+}
+
+TEST(Terms, OffsetsReadEarlierBarsAndTheFirstBarIsNeverUsable)
+{
+    auto close = compileTerm(QStringLiteral("close,-1"));
+    close->bind(kSeries.view());
+    EXPECT_EQ(valueOn(*close, 1), QStringLiteral("NA"));
+    EXPECT_EQ(valueOn(*close, 2), QStringLiteral("11"));
+    EXPECT_EQ(valueOn(*close, 5), QStringLiteral("14"));
+    EXPECT_EQ(valueOn(*close, 6), QStringLiteral("NA"));
+
+    auto increase = compileTerm(QStringLiteral("increase,2,0"));
+    increase->bind(kSeries.view());
+    EXPECT_EQ(valueOn(*increase, 1), QStringLiteral("20")); // high 12 over the previous close 10
+    auto swing = compileTerm(QStringLiteral("swing,0"));
+    swing->bind(kSeries.view());
+    EXPECT_EQ(valueOn(*swing, 4), QStringLiteral("20")); // (15 - 12.5) / 12.5
+}
+
+TEST(Terms, AveragesHaveNoValueBeforeTheirPeriodNorForAPeriodBelowOne)
+{
+    auto ma = compileTerm(QStringLiteral("ma,3,0"));
+    ma->bind(kSeries.view());
+    EXPECT_EQ(valueOn(*ma, 1), QStringLiteral("NA"));
+    EXPECT_EQ(valueOn(*ma, 2), QStringLiteral("11"));
+    auto none = compileTerm(QStringLiteral("ma,0,0"));
+    none->bind(kSeries.view());
+    EXPECT_EQ(valueOn(*none, 3), QStringLiteral("NA"));
+    auto volume = compileTerm(QStringLiteral("volma,2,-1"));
+    volume->bind(kSeries.view());
+    EXPECT_EQ(valueOn(*volume, 4), QStringLiteral("350"));
+}
+
+TEST(Terms, PatternOffsetsLookAheadAndNeedThreeBars)
+{
+    // Three rising bars end on day 3: a red-three-soldiers pattern there.
+    auto today = compileTerm(QStringLiteral("k.红三兵,0"));
+    auto tomorrow = compileTerm(QStringLiteral("k.红三兵,-1"));
+    today->bind(kSeries.view());
+    tomorrow->bind(kSeries.view());
+    EXPECT_EQ(valueOn(*today, 1), QStringLiteral("NA"));
+    EXPECT_EQ(valueOn(*today, 2), QStringLiteral("1"));
+    EXPECT_EQ(valueOn(*tomorrow, 1), QStringLiteral("1")); // judges the pattern ending on day 2
+    EXPECT_EQ(valueOn(*tomorrow, 4), QStringLiteral("1")); // past the end: the whole series
+}

@@ -1,0 +1,82 @@
+#include "script/StrategyConfig.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+TEST(ConfigLines, KnownKeysStoreTheirValueAndIntegersTruncate)
+{
+    StrategyConfig c;
+    EXPECT_EQ(c.parseConfigLine(QStringLiteral("config.trade.max.hold.day,4.7")), 1);
+    EXPECT_EQ(c.maxHoldDay, 4);
+    EXPECT_EQ(c.parseConfigLine(QStringLiteral("config.trade.max.count,abc")), 1);
+    EXPECT_EQ(c.maxCount, 0);
+    EXPECT_EQ(c.parseConfigLine(QStringLiteral("config.trade.min.exclude,-2.5")), 1);
+    EXPECT_EQ(c.minExclude, -2);
+    EXPECT_EQ(c.parseConfigLine(QStringLiteral("config.trade.max.lost, -9.5 ")), 1);
+    EXPECT_EQ(c.maxLost, -9.5f);
+    EXPECT_EQ(c.parseConfigLine(QStringLiteral("config.source.k.dir, d ")), 1);
+    EXPECT_EQ(c.kDir, QStringLiteral(" d ")); // strings are stored as written
+    EXPECT_EQ(c.parseConfigLine(QStringLiteral("config.trade.buy.order,")), 1);
+    EXPECT_EQ(c.buyOrder, QString());
+}
+
+TEST(ConfigLines, OnlyTwoFieldLinesAreConfiguration)
+{
+    StrategyConfig c;
+    EXPECT_EQ(c.parseConfigLine(QStringLiteral("config.source.k.dir,d:,data")), -1);
+    EXPECT_EQ(c.parseConfigLine(QStringLiteral("config.source.k.dir")), -1);
+    EXPECT_EQ(c.kDir, QStringLiteral("data"));
+    EXPECT_EQ(c.parseConfigLine(QStringLiteral("Config.source.k.dir,x")), 0); // keys are case-sensitive
+}
+
+TEST(ConfigLines, SaleSettingsAreNormalisedOnlyByAnUnknownKey)
+{
+    StrategyConfig c;
+    c.parseConfigLine(QStringLiteral("config.trade.sale.point,OPEN"));
+    c.parseConfigLine(QStringLiteral("config.trade.sale.rapid,YES"));
+    c.parseConfigLine(QStringLiteral("config.trade.max.count,2"));
+    EXPECT_EQ(c.salePoint, QStringLiteral("OPEN"));
+    EXPECT_EQ(c.saleRapid, QStringLiteral("YES"));
+    EXPECT_EQ(c.parseConfigLine(QStringLiteral("config.source.ticket.dir,tick")), 0);
+    EXPECT_EQ(c.salePoint, QStringLiteral("close"));
+    EXPECT_EQ(c.saleRapid, QStringLiteral("no"));
+
+    StrategyConfig kept;
+    kept.parseConfigLine(QStringLiteral("config.trade.sale.point,open"));
+    kept.parseConfigLine(QStringLiteral("config.trade.sale.rapid,yes"));
+    kept.parseConfigLine(QStringLiteral("# a comment, with one comma"));
+    EXPECT_EQ(kept.salePoint, QStringLiteral("open"));
+    EXPECT_EQ(kept.saleRapid, QStringLiteral("yes"));
+}
+
+TEST(ConfigFile, FallsBackToTheBuiltInCopyAndReadsCrLfGbkFiles)
+{
+    QTemporaryDir dir;
+    StrategyConfig builtIn;
+    builtIn.kDir = QStringLiteral("elsewhere");
+    builtIn.loadConfigFile(dir.filePath(QStringLiteral("config.conf")));
+    EXPECT_EQ(builtIn.kDir, QStringLiteral("data"));
+    EXPECT_EQ(builtIn.salePoint, QStringLiteral("close")); // the ticket line normalised it
+
+    QFile file(dir.filePath(QStringLiteral("config.conf")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("#\xC9\xE8\xD6\xC3K\xCF\xDF\xCE\xC4\xBC\xFE\xC4\xBF\xC2\xBC\r\n" // GBK comment
+               "config.source.k.dir,\xCA\xFD\xBE\xDD\r\nconfig.trade.max.count,7\r\n");
+    file.close();
+    StrategyConfig own;
+    own.loadConfigFile(file.fileName());
+    EXPECT_EQ(own.kDir, QStringLiteral("数据"));
+    EXPECT_EQ(own.maxCount, 7);
+    EXPECT_EQ(own.salePoint, QString());
+}
+
+TEST(ConfigFile, KeywordListKeepsTheReadyMadeSalePointLine)
+{
+    const QStringList words = configKeywordList().split(QLatin1Char('|'));
+    EXPECT_EQ(words.size(), 14);
+    EXPECT_EQ(words[7], QStringLiteral("config.trade.sale.point,open"));
+    EXPECT_EQ(words.last(), QStringLiteral("config.source.ticket.dir"));
+}
