@@ -10,6 +10,7 @@ enum ExitCode { Ok = 0, UsageError = 1, CompileError = 2, NoData = 3, DownloadFa
 
 int backtest(const QStringList &arguments);
 int eval(const QStringList &arguments);
+int download(const QStringList &arguments);
 
 
 } // namespace Commands

@@ -10,6 +10,8 @@ const char kUsage[] = "用法 / usage:\n"
                       "  orvel-cli backtest SCRIPT [--data DIR] [--out FILE] [--config FILE] [--jobs N]"
                       " [--encoding gbk|utf-8]\n"
                       "  orvel-cli eval KLINEFILE TERM [TERM...]\n"
+                      "  orvel-cli download CODE... [--codes-file FILE] [--data DIR] [--adjust hfq|qfq|bfq]"
+                      " [--period day|week|month] [--host URL]\n"
                       "Run a command with --help for its options.\n";
 
 } // namespace
@@ -27,6 +29,8 @@ int main(int argc, char *argv[])
         return Commands::backtest(arguments);
     if (command == QLatin1String("eval"))
         return Commands::eval(arguments);
+    if (command == QLatin1String("download"))
+        return Commands::download(arguments);
     CliOutput::err(QString::fromUtf8(kUsage));
     return command == QLatin1String("--help") || command == QLatin1String("-h") ? Commands::Ok
                                                                                 : Commands::UsageError;
