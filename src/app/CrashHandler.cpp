@@ -1,0 +1,362 @@
+#include "CrashHandler.h"
+
+#include "CrashClock.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <cstdint>
+#include <cstdlib>
+#include <ctime>
+#include <exception>
+#include <new>
+
+#include <execinfo.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+// Everything reachable from reportAndExit() runs inside a signal handler, on
+// a heap that may be corrupt: system calls from the async-signal-safe list,
+// plain arithmetic, fixed buffers. No stdio, no allocation, no locks.
+namespace {
+
+constexpr int kFatalSignals[] = {SIGSEGV, SIGFPE, SIGILL, SIGBUS, SIGABRT};
+constexpr int kMaxFrames = 64;
+constexpr unsigned kWatchdogSeconds = 10;
+constexpr std::size_t kAltStackSize = 128 * 1024;
+
+// Seconds to add to UTC for local time, taken when the handler is installed.
+// A process running across a daylight-saving change names its reports with
+// the offset it started with; mainland China keeps no daylight saving.
+long long utcOffsetSeconds = 0;
+
+// The kernel thread id of the thread writing the report, 0 while nobody is.
+std::atomic<long> reportWriter{0};
+static_assert(std::atomic<long>::is_always_lock_free, "used from signal handlers");
+
+// The report's temporary file, so that a fault inside the writer can remove
+// it. Only the writing thread touches it.
+char pendingPath[128];
+
+// Text assembled in a fixed buffer and handed to write(2) whole.
+class TextBuffer {
+public:
+    TextBuffer &text(const char *s)
+    {
+        while (*s != '\0')
+            put(*s++);
+        return *this;
+    }
+
+    TextBuffer &number(long long value, int minDigits = 1)
+    {
+        if (value < 0) {
+            put('-');
+            value = -value;
+        }
+        char digits[24];
+        int count = 0;
+        do {
+            digits[count++] = static_cast<char>('0' + value % 10);
+            value /= 10;
+        } while (value != 0);
+        while (count < minDigits && count < static_cast<int>(sizeof digits))
+            digits[count++] = '0';
+        while (count > 0)
+            put(digits[--count]);
+        return *this;
+    }
+
+    TextBuffer &hex(std::uintptr_t value)
+    {
+        text("0x");
+        char digits[2 * sizeof value];
+        int count = 0;
+        do {
+            digits[count++] = "0123456789abcdef"[value & 0xf];
+            value >>= 4;
+        } while (value != 0);
+        while (count > 0)
+            put(digits[--count]);
+        return *this;
+    }
+
+    const char *c_str()
+    {
+        chars_[size_] = '\0';
+        return chars_;
+    }
+
+    // Writes and empties the buffer; false on any error, a short write included.
+    bool writeTo(int fd)
+    {
+        std::size_t done = 0;
+        while (done < size_) {
+            const ssize_t n = ::write(fd, chars_ + done, size_ - done);
+            if (n < 0 && errno == EINTR)
+                continue;
+            if (n <= 0)
+                return false;
+            done += static_cast<std::size_t>(n);
+        }
+        size_ = 0;
+        return true;
+    }
+
+private:
+    // An overlong exception text is cut rather than overrun the buffer.
+    void put(char c)
+    {
+        if (size_ < sizeof chars_ - 1)
+            chars_[size_++] = c;
+    }
+
+    char chars_[512];
+    std::size_t size_ = 0;
+};
+
+struct Fault {
+    int signal = 0; // 0 for the faults that are not signals
+    const siginfo_t *info = nullptr;
+    const char *cause = nullptr;
+    const char *detail = nullptr;
+};
+
+const char *signalName(int signal)
+{
+    switch (signal) {
+    case SIGSEGV: return "SIGSEGV";
+    case SIGFPE: return "SIGFPE";
+    case SIGILL: return "SIGILL";
+    case SIGBUS: return "SIGBUS";
+    case SIGABRT: return "SIGABRT";
+    default: return "?";
+    }
+}
+
+// The first failing thread writes the one report. A second fault on that same
+// thread means the writer itself failed: drop the half-written file. Any other
+// thread failing meanwhile waits for the writer to end the process, and ends
+// it itself only if the writer never does.
+void claimReport(long self)
+{
+    long writer = 0;
+    if (reportWriter.compare_exchange_strong(writer, self))
+        return;
+    if (writer == self) {
+        if (pendingPath[0] != '\0')
+            ::unlink(pendingPath);
+        ::_exit(1);
+    }
+    const timespec pause{0, 100'000'000};
+    for (unsigned i = 0; i < (kWatchdogSeconds + 1) * 10; ++i)
+        ::nanosleep(&pause, nullptr);
+    ::_exit(1);
+}
+
+void exitOnWatchdog(int) { ::_exit(1); }
+
+// The writer may still hang, e.g. in rand() when the fault struck while the
+// generator held its lock. An alarm guarantees that the process still ends
+// with 1, report or not.
+void armWatchdog()
+{
+    struct sigaction action = {};
+    action.sa_handler = exitOnWatchdog;
+    sigemptyset(&action.sa_mask);
+    ::sigaction(SIGALRM, &action, nullptr);
+    sigset_t alarmOnly;
+    sigemptyset(&alarmOnly);
+    sigaddset(&alarmOnly, SIGALRM);
+    ::sigprocmask(SIG_UNBLOCK, &alarmOnly, nullptr);
+    ::alarm(kWatchdogSeconds);
+}
+
+bool writeReport(int fd, const Fault &fault, long thread, const CrashClockTime &t, int millisecond)
+{
+    TextBuffer line;
+    line.text("Orvel ").text(ORVEL_VERSION).text(" crash report\n");
+    line.text("time: ").number(t.year, 4).text("-").number(t.month, 2).text("-").number(t.day, 2);
+    line.text(" ").number(t.hour, 2).text(":").number(t.minute, 2).text(":").number(t.second, 2);
+    line.text(".").number(millisecond, 3).text(" (UTC offset ").number(utcOffsetSeconds).text(" s)\n");
+    line.text("process: ").number(::getpid()).text("\nthread: ").number(thread).text("\n");
+    if (!line.writeTo(fd))
+        return false;
+
+    if (fault.signal != 0) {
+        line.text("cause: signal ").number(fault.signal).text(" (").text(signalName(fault.signal)).text(")");
+        if (fault.info != nullptr) {
+            line.text(", code ").number(fault.info->si_code);
+            if (fault.signal != SIGABRT)
+                line.text("\nfault address: ").hex(reinterpret_cast<std::uintptr_t>(fault.info->si_addr));
+        }
+    } else {
+        line.text("cause: ").text(fault.cause);
+        if (fault.detail != nullptr)
+            line.text(": ").text(fault.detail);
+    }
+    line.text("\nbacktrace:\n");
+    if (!line.writeTo(fd))
+        return false;
+
+    // The frames nearest the top are this handler's own; they stay, since
+    // they show which way the report was reached.
+    void *frames[kMaxFrames];
+    const int count = ::backtrace(frames, kMaxFrames);
+    ::backtrace_symbols_fd(frames, count, fd);
+    return true;
+}
+
+[[noreturn]] void reportAndExit(const Fault &fault)
+{
+    const long self = ::gettid();
+    claimReport(self);
+    armWatchdog();
+
+    timespec now = {};
+    ::clock_gettime(CLOCK_REALTIME, &now);
+    const CrashClockTime local = crashClockTime(now.tv_sec + utcOffsetSeconds);
+    const int millisecond = static_cast<int>(now.tv_nsec / 1'000'000);
+    const int random = std::rand() % 100;
+
+    if (::mkdir("crash", 0755) != 0 && errno != EEXIST)
+        ::_exit(1);
+    // The millisecond takes two digits at least, three when it has them.
+    TextBuffer path;
+    path.text("crash/orvel.quant").number(local.year, 4).text("-").number(local.month, 2);
+    path.text("-").number(local.day, 2).text("-").number(local.hour, 2).text("-").number(local.minute, 2);
+    path.text("-").number(local.second, 2).text("-").number(millisecond, 2).text("-").number(random, 2);
+    path.text(".dmp");
+
+    // Written beside its final name and renamed when complete, so a user never
+    // finds a report cut short by a second fault or a full disk.
+    TextBuffer pending;
+    pending.text(path.c_str()).text(".tmp");
+    std::size_t length = 0;
+    for (const char *c = pending.c_str(); *c != '\0' && length < sizeof pendingPath - 1; ++c)
+        pendingPath[length++] = *c;
+    pendingPath[length] = '\0';
+
+    const int fd = ::open(pendingPath, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    if (fd < 0)
+        ::_exit(1);
+    bool written = writeReport(fd, fault, self, local, millisecond);
+    written = ::close(fd) == 0 && written;
+    if (!written || ::rename(pendingPath, path.c_str()) != 0)
+        ::unlink(pendingPath);
+    ::_exit(1);
+}
+
+void onFatalSignal(int signal, siginfo_t *info, void *)
+{
+    Fault fault;
+    fault.signal = signal;
+    fault.info = info;
+    reportAndExit(fault);
+}
+
+[[noreturn]] void onTerminate()
+{
+    Fault fault;
+    fault.cause = "terminate called";
+    // Outside a signal handler the heap is sound, so the report can name what
+    // was thrown. `thrown` keeps the exception, and its text, alive.
+    const std::exception_ptr thrown = std::current_exception();
+    if (thrown) {
+        fault.cause = "uncaught exception";
+        try {
+            std::rethrow_exception(thrown);
+        } catch (const std::exception &e) {
+            fault.detail = e.what();
+        } catch (...) {
+        }
+    }
+    reportAndExit(fault);
+}
+
+[[noreturn]] void onAllocationFailure()
+{
+    Fault fault;
+    fault.cause = "memory allocation failed";
+    reportAndExit(fault);
+}
+
+// One thread's alternate signal stack, released when the thread ends.
+class AltStack {
+public:
+    AltStack()
+    {
+        size_ = std::max<std::size_t>(SIGSTKSZ, kAltStackSize);
+        memory_ = std::malloc(size_);
+        if (memory_ == nullptr)
+            return;
+        stack_t stack = {};
+        stack.ss_sp = memory_;
+        stack.ss_size = size_;
+        if (::sigaltstack(&stack, nullptr) != 0) {
+            std::free(memory_);
+            memory_ = nullptr;
+        }
+    }
+
+    ~AltStack()
+    {
+        if (memory_ == nullptr)
+            return;
+        stack_t off = {};
+        off.ss_flags = SS_DISABLE;
+        if (::sigaltstack(&off, nullptr) == 0)
+            std::free(memory_);
+    }
+
+    AltStack(const AltStack &) = delete;
+    AltStack &operator=(const AltStack &) = delete;
+
+private:
+    void *memory_ = nullptr;
+    std::size_t size_ = 0;
+};
+
+} // namespace
+
+CrashHandler::CrashHandler()
+{
+    // Here, outside any handler, localtime_r may take its locks and read the
+    // zone files; the handler only adds the offset it leaves.
+    const std::time_t now = std::time(nullptr);
+    std::tm local = {};
+    if (::localtime_r(&now, &local) != nullptr)
+        utcOffsetSeconds = local.tm_gmtoff;
+
+    // The first backtrace() loads the unwinder from libgcc with dlopen, which
+    // allocates; do it now rather than in a handler or with the heap exhausted.
+    void *frame[1];
+    ::backtrace(frame, 1);
+
+    protectCurrentThread();
+
+    struct sigaction action = {};
+    action.sa_sigaction = onFatalSignal;
+    sigemptyset(&action.sa_mask);
+    // SA_NODEFER: a fault inside the handler enters it again, which then drops
+    // the report and exits with 1; otherwise the kernel would end the process
+    // by the blocked signal.
+    action.sa_flags = SA_SIGINFO | SA_ONSTACK | SA_NODEFER;
+    for (const int signal : kFatalSignals)
+        ::sigaction(signal, &action, nullptr);
+
+    std::set_terminate(onTerminate);
+    std::set_new_handler(onAllocationFailure);
+}
+
+CrashHandler::~CrashHandler() = default;
+
+void CrashHandler::protectCurrentThread()
+{
+    thread_local AltStack stack;
+}
+
+// Constructed before main, so faults during start-up are reported too.
+static CrashHandler crashHandler;
