@@ -102,23 +102,107 @@ private:
     bool m_atEnd = false;
 };
 
+// The shape every quote-service file has: ["date","n","n","n","n","n"],[...
+// read straight from the raw text. It takes an item only when reading it
+// without its quotes would give the same fields, and otherwise stops, leaving
+// the rest to the general path.
+class QuotedItemReader {
+public:
+    QuotedItemReader(const char *begin, const char *end, char *dates)
+        : m_cursor(begin), m_end(end), m_dates(dates)
+    {
+    }
+
+    const char *cursor() const { return m_cursor; }
+    char *datesEnd() const { return m_dates; }
+    bool atEnd() const { return m_cursor == m_end; }
+
+    // Reads one item into `bar` (date and the five numbers) and moves past it.
+    bool read(Stock &bar, float values[5])
+    {
+        const char *p = m_cursor;
+        if (p < m_end && *p == '[')
+            ++p;
+        if (p == m_end || *p != '"')
+            return false;
+        const char *date = ++p;
+        while (p < m_end && *p != '"' && *p != ',')
+            ++p;
+        if (p + 1 >= m_end || *p != '"' || p == date || *date == '[' || p[-1] == ']' || p[1] != ',')
+            return false;
+        const size_t dateLength = size_t(p - date);
+        p += 2;
+        for (int field = 0; field < 5; ++field) {
+            if (p == m_end || *p != '"')
+                return false;
+            p = DecimalNumber::scanSimpleFloat(p + 1, m_end, values[field]);
+            if (!p || p == m_end || *p != '"')
+                return false;
+            ++p;
+            if (field < 4) {
+                if (p == m_end || *p != ',')
+                    return false;
+                ++p;
+            }
+        }
+        if (p != m_end) {
+            if (m_end - p < 3 || p[0] != ']' || p[1] != ',' || p[2] != '[')
+                return false;
+            p += 3;
+        }
+        std::memcpy(m_dates, date, dateLength);
+        bar.date = std::string_view(m_dates, dateLength);
+        m_dates += dateLength;
+        m_cursor = p;
+        return true;
+    }
+
+private:
+    const char *m_cursor;
+    const char *m_end;
+    char *m_dates;
+};
+
+// Fills in what follows from the previous close and appends the day.
+void appendBar(Stock bar, const float values[5], float &previousClose, std::vector<Stock> &bars)
+{
+    bar.open = values[0];
+    bar.close = values[1];
+    bar.high = values[2];
+    bar.low = values[3];
+    bar.volume = values[4];
+    bar.change = bar.close - previousClose;
+    bar.increase = bar.change * 100 / previousClose;
+    previousClose = bar.close;
+    bars.push_back(bar);
+}
+
 } // namespace
 
 void parseKLineText(std::string_view text, StockSeries &series)
 {
     series.bars.clear();
     const std::string_view list = listPart(text);
-    char *clean = series.textBuffer(list.size() + 1);
-    const size_t length = copyWithoutQuotes(list, clean);
-    ItemScanner scanner(clean, clean + length);
-
+    char *buffer = series.textBuffer(list.size() + 1);
     float previousClose = -1.0f;
+    float values[5];
+    Stock bar;
+
+    QuotedItemReader quoted(list.data(), list.data() + list.size(), buffer);
+    while (!quoted.atEnd() && quoted.read(bar, values))
+        appendBar(bar, values, previousClose, series.bars);
+    if (quoted.atEnd() && !series.bars.empty())
+        return;
+
+    // Everything else: drop the quotes, then split at "],[" and ",".
+    const std::string_view rest(quoted.cursor(), size_t(list.data() + list.size() - quoted.cursor()));
+    char *clean = quoted.datesEnd();
+    ItemScanner scanner(clean, clean + copyWithoutQuotes(rest, clean));
     while (!scanner.atEnd()) {
         bool last = false;
         std::string_view date = scanner.nextField(last);
         if (!date.empty() && date.front() == '[')
             date.remove_prefix(1);
-        float values[5];
         int parts = 1;
         for (; parts < 6 && !last; ++parts)
             values[parts - 1] = scanner.nextNumber(last);
@@ -126,17 +210,7 @@ void parseKLineText(std::string_view text, StockSeries &series)
             continue;
         if (!last)
             scanner.skipItem();
-
-        Stock bar;
         bar.date = date;
-        bar.open = values[0];
-        bar.close = values[1];
-        bar.high = values[2];
-        bar.low = values[3];
-        bar.volume = values[4];
-        bar.change = bar.close - previousClose;
-        bar.increase = bar.change * 100 / previousClose;
-        previousClose = bar.close;
-        series.bars.push_back(bar);
+        appendBar(bar, values, previousClose, series.bars);
     }
 }

@@ -135,3 +135,40 @@ TEST(DecimalText, IntegersReadLikeBaseTenWithBlanksAndSign)
     EXPECT_EQ(DecimalNumber::toTruncatedInt("1e20"), 2147483647);
     EXPECT_EQ(DecimalNumber::toTruncatedInt("-1e20"), -2147483647 - 1);
 }
+
+TEST(KLineText, QuotedTextReadsLikeTheSameTextWithoutQuotes)
+{
+    // Inside the list, quotes are removed before anything else, so any list
+    // and its quote-free copy must give the same days, however mangled.
+    const std::string base = R"("2019-01-02","9.10","9.16","9.20","9.00","100"],)"
+                             R"(["2019-01-03","9.2","9.3","9.4","9.1","200"],["d","1","2","3","4","5")";
+    const char specials[] = "\"[],.e-+ 1x";
+    std::mt19937 random(11);
+    int compared = 0;
+    for (int round = 0; round < 20000; ++round) {
+        std::string inner = base;
+        for (int edits = 1 + int(random() % 3); edits > 0; --edits) {
+            const size_t at = random() % inner.size();
+            if (random() % 2)
+                inner.insert(at, 1, specials[random() % (sizeof specials - 1)]);
+            else
+                inner.erase(at, 1);
+        }
+        std::string unquoted = inner;
+        std::erase(unquoted, '"');
+        const std::string text = "x=[[" + inner + "]] end", plain = "x=[[" + unquoted + "]] end";
+        // The list's own brackets are found before quotes go: keep them the same.
+        if (text.find("[[") != 2 || plain.find("[[") != 2 || text.find("]]") != text.size() - 6 ||
+            plain.find("]]") != plain.size() - 6)
+            continue;
+        ++compared;
+        const StockSeries a = parse(text), b = parse(plain);
+        ASSERT_EQ(a.size(), b.size()) << text;
+        for (int i = 0; i < a.size(); ++i) {
+            const Stock &x = a.bars[size_t(i)], &y = b.bars[size_t(i)];
+            ASSERT_EQ(x.date, y.date) << text;
+            ASSERT_EQ(std::memcmp(&x.open, &y.open, 7 * sizeof(float)), 0) << text;
+        }
+    }
+    EXPECT_GT(compared, 10000);
+}
