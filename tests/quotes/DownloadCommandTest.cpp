@@ -1,0 +1,118 @@
+#include "LocalQuoteServer.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QEventLoop>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTimer>
+
+namespace {
+
+struct CliResult {
+    int exitCode = -1;
+    QString out;
+    QString err;
+};
+
+// Runs orvel-cli while our event loop keeps the local server answering.
+CliResult runCli(const QStringList &arguments, const QString &workingDirectory)
+{
+    ensureApplication();
+    QProcess process;
+    process.setWorkingDirectory(workingDirectory);
+    QEventLoop loop;
+    QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
+    QObject::connect(&process, &QProcess::errorOccurred, &loop, &QEventLoop::quit);
+    QTimer::singleShot(60000, &loop, &QEventLoop::quit);
+    process.start(QStringLiteral(ORVEL_CLI), arguments);
+    loop.exec();
+    return {process.state() == QProcess::NotRunning && process.exitStatus() == QProcess::NormalExit
+                ? process.exitCode()
+                : -1,
+            QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
+}
+
+QByteArray readAll(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+} // namespace
+
+TEST(DownloadCommand, DownloadedFilesFeedABacktest)
+{
+    LocalQuoteServer server;
+    const QByteArray first = serviceReply(QStringLiteral("sh600000"), risingDays(30));
+    const QByteArray second = serviceReply(QStringLiteral("sz000001"), risingDays(20));
+    server.setReply(QStringLiteral("sh600000"), {200, first});
+    server.setReply(QStringLiteral("sz000001"), {200, second});
+    QTemporaryDir work;
+    const QString data = work.filePath(QStringLiteral("market"));
+
+    CliResult run = runCli({"download", "600000", "000001", "--data", data, "--adjust", "qfq", "--host", server.host()},
+                           work.path());
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_TRUE(run.out.contains(QStringLiteral("[1/2] 600000"))) << run.out.toStdString();
+    EXPECT_TRUE(run.out.contains(QStringLiteral("[2/2] 000001")));
+    EXPECT_TRUE(run.out.contains(QStringLiteral("2 个已保存 / saved, 0 个失败")));
+    EXPECT_EQ(readAll(data + QStringLiteral("/600000")), first);
+    EXPECT_EQ(readAll(data + QStringLiteral("/000001")), second);
+    EXPECT_TRUE(server.requests()[0].target.contains("param=sh600000,day,,,480,qfq&"));
+    EXPECT_EQ(QDir(data).entryList(QDir::Files).size(), 2); // no temporary file left behind
+
+    writeFile(work.filePath(QStringLiteral("s.script")), "config.trade.max.hold.day,3\nbuy.close,0>open,0");
+    const QString csv = work.filePath(QStringLiteral("trades.csv"));
+    run = runCli({"backtest", "s.script", "--data", data, "--out", csv}, work.path());
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    const QByteArray trades = readAll(csv);
+    EXPECT_TRUE(trades.startsWith("000001,") || trades.contains("\n000001,")) << trades.constData();
+    EXPECT_TRUE(trades.contains("600000,"));
+}
+
+TEST(DownloadCommand, FailedAndRefusedCodesLeaveEveryFileAsItWas)
+{
+    LocalQuoteServer server;
+    server.setReply(QStringLiteral("sh600001"), {404, "no such page"});
+    server.setReply(QStringLiteral("sh600002"), {200, "{\"code\":-1,\"msg\":\"param error\"}"});
+    server.setReply(QStringLiteral("sh600003"), {200, serviceReply(QStringLiteral("sh600003"), risingDays(6))});
+    QTemporaryDir work;
+    const QString data = work.filePath(QStringLiteral("data")); // the configured default
+    QDir().mkpath(data);
+    const QByteArray previous = "[[\"2023-12-29\",\"1\",\"1\",\"1\",\"1\",\"1\"]]";
+    for (const char *code : {"600001", "600002", "600003"})
+        writeFile(data + QLatin1Char('/') + QLatin1String(code), previous);
+    writeFile(work.filePath(QStringLiteral("codes.txt")), "600001, 600002\n600003\n../../x 60000a sh600004\n");
+
+    const CliResult run = runCli({"download", "--codes-file", "codes.txt", "--host", server.host()}, work.path());
+    EXPECT_EQ(run.exitCode, 4);
+    EXPECT_TRUE(run.err.contains(QStringLiteral("\"../../x\""))) << run.err.toStdString();
+    EXPECT_TRUE(run.err.contains(QStringLiteral("\"60000a\"")));
+    EXPECT_TRUE(run.err.contains(QStringLiteral("\"sh600004\"")));
+    EXPECT_TRUE(run.out.contains(QStringLiteral("0 个已保存 / saved, 6 个失败"))) << run.out.toStdString();
+    EXPECT_EQ(server.requests().size(), 3u);
+    for (const char *code : {"600001", "600002", "600003"})
+        EXPECT_EQ(readAll(data + QLatin1Char('/') + QLatin1String(code)), previous) << code;
+    EXPECT_EQ(QDir(data).entryList(QDir::Files).size(), 3);
+    EXPECT_FALSE(QFile::exists(work.filePath(QStringLiteral("../x"))));
+}
+
+TEST(DownloadCommand, BadOptionsAreUsageErrorsBeforeAnyRequest)
+{
+    QTemporaryDir work;
+    const QString refusing = LocalQuoteServer::refusingHost();
+    EXPECT_EQ(runCli({"download", "600000", "--adjust", "xfq", "--host", refusing}, work.path()).exitCode, 1);
+    EXPECT_EQ(runCli({"download", "600000", "--period", "year", "--host", refusing}, work.path()).exitCode, 1);
+    EXPECT_EQ(runCli({"download", "--host", refusing}, work.path()).exitCode, 1);
+    EXPECT_EQ(runCli({"download", "--codes-file", "missing.txt"}, work.path()).exitCode, 1);
+}
