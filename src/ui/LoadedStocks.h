@@ -1,0 +1,26 @@
+#pragma once
+
+#include "market/StockFileList.h"
+#include "market/StockLoader.h"
+#include "script/StrategyConfig.h"
+
+#include <QHash>
+
+#include <map>
+
+// The stocks of one run, by code, for the chart. The engine keeps no series
+// once a stock is simulated, so a stock is read again the first time a trade
+// of it is clicked, with the configuration the run used.
+class LoadedStocks {
+public:
+    LoadedStocks(const StockFileList &files, const StrategyConfig &config);
+
+    // nullptr when the code was not part of the run or its file no longer reads.
+    const StockSeries *find(const QString &code);
+
+private:
+    QHash<QString, QString> m_paths;
+    StrategyConfig m_config;
+    StockLoader m_loader;
+    std::map<QString, StockSeries> m_series;
+};

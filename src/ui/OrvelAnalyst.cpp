@@ -1,0 +1,90 @@
+#include "OrvelAnalyst.h"
+
+#include "HelpPages.h"
+#include "OrvelAboutDlg.h"
+#include "OrvelTitle.h"
+#include "OrvelWidget.h"
+#include "RunningConfig.h"
+#include "StockConfigWidget.h"
+#include "market/TextFile.h"
+
+#include <QDesktopServices>
+#include <QFileDialog>
+#include <QMenuBar>
+#include <QTextEdit>
+
+namespace {
+
+const QString kScriptFilter = QStringLiteral("Script (*.script)");
+constexpr int kShortestScript = 20;
+
+} // namespace
+
+OrvelAnalyst::OrvelAnalyst(QWidget *parent) : QMainWindow(parent), m_workbench(new OrvelWidget(this))
+{
+    setWindowTitle(orvelWindowTitle());
+    setWindowIcon(QIcon(QStringLiteral(":logo/orvel.png")));
+    setCentralWidget(m_workbench);
+
+    QMenu *file = menuBar()->addMenu(QStringLiteral("文件"));
+    addMenuAction(file, QStringLiteral("导入脚本"), SLOT(loadScript()));
+    addMenuAction(file, QStringLiteral("导出脚本"), SLOT(saveScript()));
+    addMenuAction(file, QStringLiteral("关闭"), SLOT(close()));
+    QMenu *settings = menuBar()->addMenu(QStringLiteral("配置"));
+    addMenuAction(settings, QStringLiteral("数据配置"), SLOT(config()));
+    QMenu *helpMenu = menuBar()->addMenu(QStringLiteral("帮助"));
+    addMenuAction(helpMenu, QStringLiteral("疑问"), SLOT(question()));
+    addMenuAction(helpMenu, QStringLiteral("帮助"), SLOT(help()));
+    addMenuAction(helpMenu, QStringLiteral("关于"), SLOT(about()));
+
+    runningConfig().loadConfigFile();
+}
+
+QAction *OrvelAnalyst::addMenuAction(QMenu *menu, const QString &text, const char *slot)
+{
+    auto *action = new QAction(text, this);
+    connect(action, SIGNAL(triggered()), this, slot);
+    menu->addAction(action);
+    return action;
+}
+
+void OrvelAnalyst::loadScript()
+{
+    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("导入脚本"), QString(), kScriptFilter);
+    if (!path.isEmpty())
+        importScript(path);
+}
+
+void OrvelAnalyst::importScript(const QString &path)
+{
+    const QString text = readTextFile(path);
+    if (text.size() > kShortestScript)
+        m_workbench->editor()->setPlainText(text);
+}
+
+void OrvelAnalyst::saveScript()
+{
+    const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("导出脚本"), QString(), kScriptFilter);
+    if (path.isEmpty())
+        return;
+    const QString text = m_workbench->editor()->toPlainText();
+    const QString error = TextFile::writeAtomically(path, TextFile::encode(text, TextEncoding::Gbk));
+    if (!error.isEmpty())
+        qWarning().noquote() << "cannot write" << path << error;
+}
+
+void OrvelAnalyst::config()
+{
+    StockConfigWidget editor(this);
+    editor.exec();
+}
+
+void OrvelAnalyst::question() { QDesktopServices::openUrl(HelpPages::url(HelpPages::Questions)); }
+
+void OrvelAnalyst::help() { QDesktopServices::openUrl(HelpPages::url(HelpPages::Help)); }
+
+void OrvelAnalyst::about()
+{
+    OrvelAboutDlg dialog(this);
+    dialog.exec();
+}

@@ -1,0 +1,7 @@
+#include "RunningConfig.h"
+
+StrategyConfig &runningConfig()
+{
+    static StrategyConfig config;
+    return config;
+}

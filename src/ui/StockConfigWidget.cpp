@@ -1,0 +1,49 @@
+#include "StockConfigWidget.h"
+
+#include "RunningConfig.h"
+#include "market/TextFile.h"
+
+#include <QGridLayout>
+#include <QPushButton>
+#include <QSpacerItem>
+#include <QTextEdit>
+
+namespace {
+
+const QString kConfigFile = QStringLiteral("config.conf");
+
+} // namespace
+
+StockConfigWidget::StockConfigWidget(QWidget *parent) : QDialog(parent), m_editor(new QTextEdit(this))
+{
+    setWindowTitle(QStringLiteral("基础配置"));
+    setFixedSize(360, 240);
+
+    auto *layout = new QGridLayout(this);
+    layout->addWidget(m_editor, 0, 0, 1, 2);
+    layout->addItem(new QSpacerItem(308, 20, QSizePolicy::Expanding, QSizePolicy::Minimum), 1, 0);
+    auto *ok = new QPushButton(QStringLiteral("确定"), this);
+    layout->addWidget(ok, 1, 1);
+    connect(ok, SIGNAL(clicked()), this, SLOT(onConfig()));
+
+    // An empty file counts as none: the user gets the defaults to start from.
+    QString text = readTextFile(kConfigFile);
+    if (text.isEmpty())
+        text = readTextFile(QStringLiteral(":qrc/config.conf"));
+    m_editor->setPlainText(text);
+}
+
+void StockConfigWidget::onConfig()
+{
+    const QString text = m_editor->toPlainText();
+    StrategyConfig &config = runningConfig();
+    for (const QString &line : splitScriptLines(text)) {
+        if (line.startsWith(QLatin1String("config.")))
+            config.parseConfigLine(line);
+    }
+    const QString error = TextFile::writeAtomically(kConfigFile, TextFile::encode(text, TextEncoding::Gbk));
+    if (!error.isEmpty())
+        qWarning().noquote() << "cannot write" << kConfigFile << error;
+    config.loadConfigFile(kConfigFile);
+    close();
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QDialog>
+
+class QTextEdit;
+
+// Edits "config.conf" as plain text. "确定" applies the `config.` lines,
+// saves the text and reloads the file; closing the window any other way
+// changes nothing.
+class StockConfigWidget : public QDialog {
+    Q_OBJECT
+public:
+    explicit StockConfigWidget(QWidget *parent = nullptr);
+
+    QTextEdit *editor() const { return m_editor; }
+
+public slots:
+    void onConfig();
+
+private:
+    QTextEdit *m_editor;
+};
