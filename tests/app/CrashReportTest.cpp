@@ -98,6 +98,11 @@ TEST(CrashReport, EachFaultLeavesOneReportNamedByTimeAndExitsWithOne)
         const QString text = QString::fromLatin1(report.readAll());
         EXPECT_TRUE(text.startsWith(QStringLiteral("Orvel " ORVEL_VERSION " crash report\n")));
         EXPECT_TRUE(text.contains(QLatin1String(c.cause))) << text.toStdString();
+        // The name carries the report's millisecond as "%02d" prints it: 7 as "07", 123 as "123".
+        const QRegularExpressionMatch time =
+            QRegularExpression(QStringLiteral("\ntime: [^.]+\\.(\\d{3}) ")).match(text);
+        ASSERT_TRUE(time.hasMatch()) << text.toStdString();
+        EXPECT_EQ(name.captured(7), QString::asprintf("%02d", time.captured(1).toInt()));
         // At least one frame besides the header lines.
         EXPECT_TRUE(text.contains(QStringLiteral("backtrace:\n")) &&
                     !text.section(QStringLiteral("backtrace:\n"), 1).trimmed().isEmpty())
