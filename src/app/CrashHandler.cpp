@@ -1,6 +1,7 @@
 #include "CrashHandler.h"
 
 #include "CrashClock.h"
+#include "CrashText.h"
 
 #include <algorithm>
 #include <atomic>
@@ -19,7 +20,10 @@
 
 // Everything reachable from reportAndExit() runs inside a signal handler, on
 // a heap that may be corrupt: system calls from the async-signal-safe list,
-// plain arithmetic, fixed buffers. No stdio, no allocation, no locks.
+// plain arithmetic, fixed buffers; no stdio, no allocation. Two calls are not
+// on that list: rand(), which the name demands, and backtrace(), which takes
+// the loader's lock to find unwind tables. Both may hang only if the fault
+// struck while that very lock was held; the watchdog below ends that case.
 namespace {
 
 constexpr int kFatalSignals[] = {SIGSEGV, SIGFPE, SIGILL, SIGBUS, SIGABRT};
@@ -39,83 +43,6 @@ static_assert(std::atomic<long>::is_always_lock_free, "used from signal handlers
 // The report's temporary file, so that a fault inside the writer can remove
 // it. Only the writing thread touches it.
 char pendingPath[128];
-
-// Text assembled in a fixed buffer and handed to write(2) whole.
-class TextBuffer {
-public:
-    TextBuffer &text(const char *s)
-    {
-        while (*s != '\0')
-            put(*s++);
-        return *this;
-    }
-
-    TextBuffer &number(long long value, int minDigits = 1)
-    {
-        if (value < 0) {
-            put('-');
-            value = -value;
-        }
-        char digits[24];
-        int count = 0;
-        do {
-            digits[count++] = static_cast<char>('0' + value % 10);
-            value /= 10;
-        } while (value != 0);
-        while (count < minDigits && count < static_cast<int>(sizeof digits))
-            digits[count++] = '0';
-        while (count > 0)
-            put(digits[--count]);
-        return *this;
-    }
-
-    TextBuffer &hex(std::uintptr_t value)
-    {
-        text("0x");
-        char digits[2 * sizeof value];
-        int count = 0;
-        do {
-            digits[count++] = "0123456789abcdef"[value & 0xf];
-            value >>= 4;
-        } while (value != 0);
-        while (count > 0)
-            put(digits[--count]);
-        return *this;
-    }
-
-    const char *c_str()
-    {
-        chars_[size_] = '\0';
-        return chars_;
-    }
-
-    // Writes and empties the buffer; false on any error, a short write included.
-    bool writeTo(int fd)
-    {
-        std::size_t done = 0;
-        while (done < size_) {
-            const ssize_t n = ::write(fd, chars_ + done, size_ - done);
-            if (n < 0 && errno == EINTR)
-                continue;
-            if (n <= 0)
-                return false;
-            done += static_cast<std::size_t>(n);
-        }
-        size_ = 0;
-        return true;
-    }
-
-private:
-    // An overlong exception text is cut rather than overrun the buffer.
-    void put(char c)
-    {
-        if (size_ < sizeof chars_ - 1)
-            chars_[size_++] = c;
-    }
-
-    char chars_[512];
-    std::size_t size_ = 0;
-};
 
 struct Fault {
     int signal = 0; // 0 for the faults that are not signals
@@ -158,9 +85,8 @@ void claimReport(long self)
 
 void exitOnWatchdog(int) { ::_exit(1); }
 
-// The writer may still hang, e.g. in rand() when the fault struck while the
-// generator held its lock. An alarm guarantees that the process still ends
-// with 1, report or not.
+// An alarm guarantees that a writer stuck on a lock the fault left held still
+// ends the process with 1, report or not.
 void armWatchdog()
 {
     struct sigaction action = {};
@@ -176,7 +102,7 @@ void armWatchdog()
 
 bool writeReport(int fd, const Fault &fault, long thread, const CrashClockTime &t, int millisecond)
 {
-    TextBuffer line;
+    CrashText line;
     line.text("Orvel ").text(ORVEL_VERSION).text(" crash report\n");
     line.text("time: ").number(t.year, 4).text("-").number(t.month, 2).text("-").number(t.day, 2);
     line.text(" ").number(t.hour, 2).text(":").number(t.minute, 2).text(":").number(t.second, 2);
@@ -224,7 +150,7 @@ bool writeReport(int fd, const Fault &fault, long thread, const CrashClockTime &
     if (::mkdir("crash", 0755) != 0 && errno != EEXIST)
         ::_exit(1);
     // The millisecond takes two digits at least, three when it has them.
-    TextBuffer path;
+    CrashText path;
     path.text("crash/orvel.quant").number(local.year, 4).text("-").number(local.month, 2);
     path.text("-").number(local.day, 2).text("-").number(local.hour, 2).text("-").number(local.minute, 2);
     path.text("-").number(local.second, 2).text("-").number(millisecond, 2).text("-").number(random, 2);
@@ -232,7 +158,7 @@ bool writeReport(int fd, const Fault &fault, long thread, const CrashClockTime &
 
     // Written beside its final name and renamed when complete, so a user never
     // finds a report cut short by a second fault or a full disk.
-    TextBuffer pending;
+    CrashText pending;
     pending.text(path.c_str()).text(".tmp");
     std::size_t length = 0;
     for (const char *c = pending.c_str(); *c != '\0' && length < sizeof pendingPath - 1; ++c)
