@@ -41,21 +41,25 @@ QString readOptions(const QStringList &arguments, DownloadRequest &request)
     parser.setApplicationDescription(
         QStringLiteral("Downloads the history K-lines of each CODE (six digits) into the data directory."));
     parser.addHelpOption();
-    parser.addPositionalArgument(QStringLiteral("CODE"), QStringLiteral("stock codes"), QStringLiteral("CODE…"));
+    parser.addPositionalArgument(QStringLiteral("CODE"), QStringLiteral("stock codes"),
+                                 QStringLiteral("CODE…"));
     const QCommandLineOption codesFile(QStringLiteral("codes-file"),
                                        QStringLiteral("file of codes separated by spaces, commas or lines"),
                                        QStringLiteral("FILE"));
     const QCommandLineOption data(QStringLiteral("data"),
                                   QStringLiteral("K-line directory (default: config.source.k.dir)"),
                                   QStringLiteral("DIR"));
-    const QCommandLineOption adjust(QStringLiteral("adjust"), QStringLiteral("price adjustment: hfq (default), qfq or bfq"),
+    const QCommandLineOption adjust(QStringLiteral("adjust"),
+                                    QStringLiteral("price adjustment: hfq (default), qfq or bfq"),
                                     QStringLiteral("KIND"), QStringLiteral("hfq"));
-    const QCommandLineOption period(QStringLiteral("period"), QStringLiteral("bar period: day (default), week or month"),
+    const QCommandLineOption period(QStringLiteral("period"),
+                                    QStringLiteral("bar period: day (default), week or month"),
                                     QStringLiteral("PERIOD"), QStringLiteral("day"));
-    const QCommandLineOption host(QStringLiteral("host"),
-                                  QStringLiteral("quote service, scheme and host (default: $ORVEL_QUOTE_HOST or "
-                                                 "the public service)"),
-                                  QStringLiteral("URL"));
+    const QCommandLineOption host(
+        QStringLiteral("host"),
+        QStringLiteral("quote service, scheme and host (default: $ORVEL_QUOTE_HOST or "
+                       "the public service)"),
+        QStringLiteral("URL"));
     parser.addOptions({codesFile, data, adjust, period, host});
     if (!parser.parse(arguments))
         return parser.errorText();
@@ -84,9 +88,10 @@ QString readOptions(const QStringList &arguments, DownloadRequest &request)
 // with the outcome when the reply is in.
 void reportProgress(KLineDownloader &downloader)
 {
-    QObject::connect(&downloader, &KLineDownloader::codeStarted, [](int position, int count, const QString &code) {
-        CliOutput::out(QStringLiteral("[%1/%2] %3 … ").arg(position).arg(count).arg(code));
-    });
+    QObject::connect(&downloader, &KLineDownloader::codeStarted,
+                     [](int position, int count, const QString &code) {
+                         CliOutput::out(QStringLiteral("[%1/%2] %3 … ").arg(position).arg(count).arg(code));
+                     });
     QObject::connect(&downloader, &KLineDownloader::codeSaved, [](const QString &, int bars) {
         CliOutput::out(QStringLiteral("已保存 / saved (%1 条 / bars)\n").arg(bars));
     });
@@ -94,7 +99,8 @@ void reportProgress(KLineDownloader &downloader)
         CliOutput::out(QStringLiteral("失败 / failed: %1\n").arg(reason));
     });
     QObject::connect(&downloader, &KLineDownloader::codeRefused, [](const QString &text) {
-        CliOutput::err(QStringLiteral("代码无效, 须为六位数字 / invalid code, six digits expected: \"%1\"\n").arg(text));
+        CliOutput::err(
+            QStringLiteral("代码无效, 须为六位数字 / invalid code, six digits expected: \"%1\"\n").arg(text));
     });
 }
 

@@ -29,7 +29,10 @@ void DataLoader::setUrls(const QStringList &urls, const QStringList &tags)
     m_tags = tags;
 }
 
-void DataLoader::setHistoryInterface(std::unique_ptr<StockInterface> history) { m_history = std::move(history); }
+void DataLoader::setHistoryInterface(std::unique_ptr<StockInterface> history)
+{
+    m_history = std::move(history);
+}
 
 void DataLoader::get(const QString &url)
 {

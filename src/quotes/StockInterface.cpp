@@ -4,6 +4,9 @@
 
 StockInterface::~StockInterface() = default;
 
-void StockInterface::debugOutput(const QString &text) { qDebug().noquote() << text; }
+void StockInterface::debugOutput(const QString &text)
+{
+    qDebug().noquote() << text;
+}
 
 void StockInterface::setOption(int, const QString &) {}

@@ -69,8 +69,8 @@ QString StockQQHistoryInterface::urlFor(const QString &code) const
 {
     // One multi-argument arg(): a "%" inside the code cannot be taken for a
     // later placeholder.
-    return m_host + requestTemplate().arg(marketSymbol(code), m_period, m_adjustment,
-                                          QString::number(randomSuffix()));
+    return m_host +
+           requestTemplate().arg(marketSymbol(code), m_period, m_adjustment, QString::number(randomSuffix()));
 }
 
 StockSeries StockQQHistoryInterface::parse(QByteArrayView body)

@@ -32,7 +32,8 @@ CliResult runCli(const QStringList &arguments, const QString &workingDirectory)
     return {process.state() == QProcess::NotRunning && process.exitStatus() == QProcess::NormalExit
                 ? process.exitCode()
                 : -1,
-            QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
+            QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
 }
 
 QByteArray readAll(const QString &path)
@@ -60,8 +61,9 @@ TEST(DownloadCommand, DownloadedFilesFeedABacktest)
     QTemporaryDir work;
     const QString data = work.filePath(QStringLiteral("market"));
 
-    CliResult run = runCli({"download", "600000", "000001", "--data", data, "--adjust", "qfq", "--host", server.host()},
-                           work.path());
+    CliResult run =
+        runCli({"download", "600000", "000001", "--data", data, "--adjust", "qfq", "--host", server.host()},
+               work.path());
     EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_TRUE(run.out.contains(QStringLiteral("[1/2] 600000"))) << run.out.toStdString();
     EXPECT_TRUE(run.out.contains(QStringLiteral("[2/2] 000001")));
@@ -85,16 +87,19 @@ TEST(DownloadCommand, FailedAndRefusedCodesLeaveEveryFileAsItWas)
     LocalQuoteServer server;
     server.setReply(QStringLiteral("sh600001"), {404, "no such page"});
     server.setReply(QStringLiteral("sh600002"), {200, "{\"code\":-1,\"msg\":\"param error\"}"});
-    server.setReply(QStringLiteral("sh600003"), {200, serviceReply(QStringLiteral("sh600003"), risingDays(6))});
+    server.setReply(QStringLiteral("sh600003"),
+                    {200, serviceReply(QStringLiteral("sh600003"), risingDays(6))});
     QTemporaryDir work;
     const QString data = work.filePath(QStringLiteral("data")); // the configured default
     QDir().mkpath(data);
     const QByteArray previous = "[[\"2023-12-29\",\"1\",\"1\",\"1\",\"1\",\"1\"]]";
     for (const char *code : {"600001", "600002", "600003"})
         writeFile(data + QLatin1Char('/') + QLatin1String(code), previous);
-    writeFile(work.filePath(QStringLiteral("codes.txt")), "600001, 600002\n600003\n../../x 60000a sh600004\n");
+    writeFile(work.filePath(QStringLiteral("codes.txt")),
+              "600001, 600002\n600003\n../../x 60000a sh600004\n");
 
-    const CliResult run = runCli({"download", "--codes-file", "codes.txt", "--host", server.host()}, work.path());
+    const CliResult run =
+        runCli({"download", "--codes-file", "codes.txt", "--host", server.host()}, work.path());
     EXPECT_EQ(run.exitCode, 4);
     EXPECT_TRUE(run.err.contains(QStringLiteral("\"../../x\""))) << run.err.toStdString();
     EXPECT_TRUE(run.err.contains(QStringLiteral("\"60000a\"")));
@@ -112,7 +117,8 @@ TEST(DownloadCommand, BadOptionsAreUsageErrorsBeforeAnyRequest)
     QTemporaryDir work;
     const QString refusing = LocalQuoteServer::refusingHost();
     EXPECT_EQ(runCli({"download", "600000", "--adjust", "xfq", "--host", refusing}, work.path()).exitCode, 1);
-    EXPECT_EQ(runCli({"download", "600000", "--period", "year", "--host", refusing}, work.path()).exitCode, 1);
+    EXPECT_EQ(runCli({"download", "600000", "--period", "year", "--host", refusing}, work.path()).exitCode,
+              1);
     EXPECT_EQ(runCli({"download", "--host", refusing}, work.path()).exitCode, 1);
     EXPECT_EQ(runCli({"download", "--codes-file", "missing.txt"}, work.path()).exitCode, 1);
 }

@@ -20,7 +20,8 @@ struct Published {
 
     explicit Published(DataLoader &loader)
     {
-        QObject::connect(&loader, &DataLoader::sendStock, [this](const SharedStockSeries &s) { stocks.push_back(s); });
+        QObject::connect(&loader, &DataLoader::sendStock,
+                         [this](const SharedStockSeries &s) { stocks.push_back(s); });
         QObject::connect(&loader, &DataLoader::requestFailed,
                          [this](const QString &, const QString &tag) { failures.append(tag); });
         QObject::connect(&loader, &DataLoader::requestStarted,
@@ -42,8 +43,10 @@ template <class Loader> void prepare(Loader &loader, const QString &host, const 
 TEST(DownloadQueue, FetchesEachUrlOnceInOrderWithTheFixedPauseBetween)
 {
     LocalQuoteServer server;
-    server.setReply(QStringLiteral("sh600000"), {200, serviceReply(QStringLiteral("sh600000"), risingDays(8))});
-    server.setReply(QStringLiteral("sz000001"), {200, serviceReply(QStringLiteral("sz000001"), risingDays(3))});
+    server.setReply(QStringLiteral("sh600000"),
+                    {200, serviceReply(QStringLiteral("sh600000"), risingDays(8))});
+    server.setReply(QStringLiteral("sz000001"),
+                    {200, serviceReply(QStringLiteral("sz000001"), risingDays(3))});
     IterateDataLoader loader;
     prepare(loader, server.host(), {"600000", "000001"});
     Published published(loader);
@@ -69,7 +72,8 @@ TEST(DownloadQueue, FailuresGoToTheDebugOutputAndTheQueueMovesOnWithoutRetry)
 {
     LocalQuoteServer server;
     server.setReply(QStringLiteral("sh600001"), {500, "busy"});
-    server.setReply(QStringLiteral("sh600002"), {200, serviceReply(QStringLiteral("sh600002"), risingDays(7))});
+    server.setReply(QStringLiteral("sh600002"),
+                    {200, serviceReply(QStringLiteral("sh600002"), risingDays(7))});
     const QStringList codes = {"600001", "600009", "600002"};
     QStringList urls = StockQQHistoryInterface(server.host()).buildUrls(codes);
     urls[1] = StockQQHistoryInterface(LocalQuoteServer::refusingHost()).buildUrls({"600009"})[0];
@@ -85,7 +89,8 @@ TEST(DownloadQueue, FailuresGoToTheDebugOutputAndTheQueueMovesOnWithoutRetry)
     EXPECT_EQ(server.requests().size(), 2u); // the refused one never arrived, nothing was asked twice
     EXPECT_EQ(published.failures, QStringList({"600001", "600009"}));
     ASSERT_EQ(log.lines().size(), 2);
-    EXPECT_TRUE(log.lines()[0].contains(QStringLiteral("Internal Server Error"))) << log.lines()[0].toStdString();
+    EXPECT_TRUE(log.lines()[0].contains(QStringLiteral("Internal Server Error")))
+        << log.lines()[0].toStdString();
     EXPECT_TRUE(log.lines()[1].contains(QStringLiteral("refused"))) << log.lines()[1].toStdString();
     ASSERT_EQ(published.stocks.size(), 1u);
     EXPECT_EQ(published.stocks[0]->code, QStringLiteral("600002"));
@@ -95,7 +100,8 @@ TEST(DownloadQueue, TheLoopQueueTurnsItsListAndNeverEnds)
 {
     LocalQuoteServer server;
     for (const char *symbol : {"sh600000", "sz000002"})
-        server.setReply(QString::fromLatin1(symbol), {200, serviceReply(QString::fromLatin1(symbol), risingDays(7))});
+        server.setReply(QString::fromLatin1(symbol),
+                        {200, serviceReply(QString::fromLatin1(symbol), risingDays(7))});
     LoopDataLoader loader;
     prepare(loader, server.host(), {"600000", "000002"});
     Published published(loader);
@@ -114,7 +120,8 @@ TEST(Downloader, CancelStopsBetweenRequests)
 {
     LocalQuoteServer server;
     for (const char *symbol : {"sh600000", "sh600001"})
-        server.setReply(QString::fromLatin1(symbol), {200, serviceReply(QString::fromLatin1(symbol), risingDays(9))});
+        server.setReply(QString::fromLatin1(symbol),
+                        {200, serviceReply(QString::fromLatin1(symbol), risingDays(9))});
     QTemporaryDir dir;
     KLineDownloader downloader;
     int saved = -1;

@@ -14,7 +14,10 @@ QString fixedPart(const QString &url)
     return url.left(at + 1);
 }
 
-QString suffixOf(const QString &url) { return url.mid(url.lastIndexOf(QLatin1Char('=')) + 1); }
+QString suffixOf(const QString &url)
+{
+    return url.mid(url.lastIndexOf(QLatin1Char('=')) + 1);
+}
 
 } // namespace
 
@@ -62,8 +65,9 @@ TEST(HistoryInterface, AReplyInTheServiceFramingGivesItsBarsInOrder)
 {
     StockQQHistoryInterface history(QStringLiteral("http://quotes.test"));
     history.setOption(StockQQHistoryInterface::CodeOption, QStringLiteral("600000"));
-    QByteArray body = serviceReply(QStringLiteral("sh600000"), {{"2015-01-05", 10.00, 10.50, 10.80, 9.90, 123456},
-                                                              {"2015-01-06", 10.50, 10.40, 10.60, 10.30, 1000}});
+    QByteArray body =
+        serviceReply(QStringLiteral("sh600000"), {{"2015-01-05", 10.00, 10.50, 10.80, 9.90, 123456},
+                                                  {"2015-01-06", 10.50, 10.40, 10.60, 10.30, 1000}});
     // A record with five fields is dropped and does not count as the day before.
     body.replace("[\"2015-01-06\"", "[\"2015-01-05x\",\"1\",\"2\",\"3\",\"4\"],[\"2015-01-06\"");
 

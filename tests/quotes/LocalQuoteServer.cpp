@@ -12,10 +12,14 @@ namespace {
 QByteArray reasonPhrase(int status)
 {
     switch (status) {
-    case 200: return "OK";
-    case 404: return "Not Found";
-    case 500: return "Internal Server Error";
-    default: return "Status";
+    case 200:
+        return "OK";
+    case 404:
+        return "Not Found";
+    case 500:
+        return "Internal Server Error";
+    default:
+        return "Status";
     }
 }
 
@@ -54,9 +58,15 @@ LocalQuoteServer::LocalQuoteServer()
     });
 }
 
-LocalQuoteServer::~LocalQuoteServer() { m_server.close(); }
+LocalQuoteServer::~LocalQuoteServer()
+{
+    m_server.close();
+}
 
-QString LocalQuoteServer::host() const { return QStringLiteral("http://127.0.0.1:%1").arg(m_server.serverPort()); }
+QString LocalQuoteServer::host() const
+{
+    return QStringLiteral("http://127.0.0.1:%1").arg(m_server.serverPort());
+}
 
 QString LocalQuoteServer::refusingHost()
 {
@@ -79,8 +89,8 @@ void LocalQuoteServer::serve(QTcpSocket *socket)
         head->clear();
         m_requests.push_back({target, m_clock.elapsed()});
         const Reply reply = replyFor(target);
-        socket->write("HTTP/1.1 " + QByteArray::number(reply.status) + ' ' + reasonPhrase(reply.status) + "\r\n" +
-                      "Content-Type: text/html; charset=GBK\r\nContent-Length: " +
+        socket->write("HTTP/1.1 " + QByteArray::number(reply.status) + ' ' + reasonPhrase(reply.status) +
+                      "\r\n" + "Content-Type: text/html; charset=GBK\r\nContent-Length: " +
                       QByteArray::number(reply.body.size()) + "\r\nConnection: close\r\n\r\n" + reply.body);
         socket->disconnectFromHost();
     });
@@ -101,7 +111,8 @@ std::vector<QuoteDay> risingDays(int count)
     for (int i = 0; i < count; ++i) {
         const double open = close;
         close += 0.05;
-        days.push_back({first.addDays(i).toString(Qt::ISODate), open, close, close + 0.1, open - 0.1, 10000.0 + i});
+        days.push_back(
+            {first.addDays(i).toString(Qt::ISODate), open, close, close + 0.1, open - 0.1, 10000.0 + i});
     }
     return days;
 }

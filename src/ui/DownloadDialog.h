@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QDialog>
+
+class KLineDownloader;
+class QComboBox;
+class QLabel;
+class QPlainTextEdit;
+class QProgressBar;
+class QPushButton;
+
+// Downloads history K-lines into the configured data directory: codes typed
+// or read from a file, the adjustment and period, a progress bar and a log
+// line per code. Requests run on the event loop one after another, so the
+// windows stay responsive; cancelling stops before the next request.
+class DownloadDialog : public QDialog {
+    Q_OBJECT
+public:
+    explicit DownloadDialog(QWidget *parent = nullptr);
+
+    QPlainTextEdit *codesEditor() const { return m_codes; }
+    QPlainTextEdit *log() const { return m_log; }
+
+public slots:
+    void startDownload();
+    void cancelDownload();
+    void loadCodesFile();
+    void reject() override;
+
+private:
+    QWidget *createOptions();
+    void connectDownloader();
+    void setRunning(bool running);
+    void appendLog(const QString &line);
+
+    KLineDownloader *m_downloader;
+    QPlainTextEdit *m_codes;
+    QComboBox *m_adjustment;
+    QComboBox *m_period;
+    QLabel *m_target;
+    QProgressBar *m_progress;
+    QPlainTextEdit *m_log;
+    QPushButton *m_fromFile;
+    QPushButton *m_start;
+    QPushButton *m_cancel;
+    int m_done = 0;
+    bool m_cancelled = false;
+};
