@@ -92,10 +92,9 @@ int run(const BacktestOptions &options)
         return Commands::NoData;
     }
     CliOutput::ProgressBar progress;
-    TradeBook book = BacktestEngine(text, config).run(files, options.jobs, [&progress](int percent, const QString &) {
+    const TradeBook book = BacktestEngine(text, config).run(files, options.jobs, [&progress](int percent, const QString &) {
         progress.show(percent);
     });
-    book.applyDayLimit(config.maxCount, config.buyOrder);
     const QString writeError = writeOutputCsv(options.out, book, options.encoding);
     if (!writeError.isEmpty())
         CliOutput::err(QStringLiteral("无法写入 / cannot write %1: %2\n").arg(options.out, writeError));

@@ -15,8 +15,9 @@ namespace {
 // every earlier file is done.
 class FileQueue {
 public:
-    FileQueue(const StockFileList &files, const BacktestEngine::Progress &progress)
-        : files(files), m_progress(progress), m_done(size_t(files.size()), false)
+    FileQueue(const StockFileList &files, const BacktestEngine::Progress &progress, DayLimitedFiling &book)
+        : files(files), tradesByFile(size_t(files.size())), m_progress(progress), m_book(book),
+          m_done(size_t(files.size()), false)
     {
     }
 
@@ -32,6 +33,10 @@ public:
         const std::lock_guard lock(m_mutex);
         m_done[size_t(index)] = true;
         while (m_reported < files.size() && m_done[size_t(m_reported)]) {
+            std::vector<TradeRecord> &trades = tradesByFile[size_t(m_reported)];
+            for (TradeRecord &trade : trades)
+                m_book.file(std::move(trade));
+            std::vector<TradeRecord>().swap(trades);
             // The share done before this file: the first reports 0, none 100.
             if (m_progress)
                 m_progress(int(qint64(m_reported) * 100 / files.size()), files[m_reported]);
@@ -40,9 +45,12 @@ public:
     }
 
     const StockFileList &files;
+    // Filled by the workers, emptied into the book in file order.
+    std::vector<std::vector<TradeRecord>> tradesByFile;
 
 private:
     const BacktestEngine::Progress &m_progress;
+    DayLimitedFiling &m_book;
     std::atomic<int> m_next{0};
     std::mutex m_mutex;
     std::vector<bool> m_done;
@@ -51,8 +59,7 @@ private:
 
 // One worker: its own compiled statements (they cache per-stock values) and
 // its own buffers, reused from stock to stock.
-void work(const QString &scriptText, const StrategyConfig &config, FileQueue &queue,
-          std::vector<std::vector<TradeRecord>> &tradesByFile)
+void work(const QString &scriptText, const StrategyConfig &config, FileQueue &queue)
 {
     StrategyConfig scratch = config;
     Script script;
@@ -64,7 +71,7 @@ void work(const QString &scriptText, const StrategyConfig &config, FileQueue &qu
     for (int index = queue.take(); index >= 0; index = queue.take()) {
         if (loader.loadStockSeries(queue.files[index], config, series)) {
             script.bind(series.view());
-            simulator.simulateStock(series, script, tradesByFile[size_t(index)]);
+            simulator.simulateStock(series, script, queue.tradesByFile[size_t(index)]);
         }
         queue.finish(index);
     }
@@ -81,21 +88,14 @@ int BacktestEngine::defaultJobs() { return int(std::max(1u, std::thread::hardwar
 
 TradeBook BacktestEngine::run(const StockFileList &files, int jobs, const Progress &progress) const
 {
-    std::vector<std::vector<TradeRecord>> tradesByFile(size_t(files.size()));
-    FileQueue queue(files, progress);
+    DayLimitedFiling book(m_config.maxCount, m_config.buyOrder);
+    FileQueue queue(files, progress, book);
     const int workers = std::clamp(jobs, 1, std::max(1, int(files.size())));
     std::vector<std::thread> threads;
     for (int i = 1; i < workers; ++i)
-        threads.emplace_back(work, std::cref(m_scriptText), std::cref(m_config), std::ref(queue),
-                             std::ref(tradesByFile));
-    work(m_scriptText, m_config, queue, tradesByFile);
+        threads.emplace_back(work, std::cref(m_scriptText), std::cref(m_config), std::ref(queue));
+    work(m_scriptText, m_config, queue);
     for (std::thread &thread : threads)
         thread.join();
-
-    TradeBook book;
-    for (const std::vector<TradeRecord> &trades : tradesByFile) {
-        for (const TradeRecord &trade : trades)
-            book.file(trade);
-    }
-    return book;
+    return book.finish();
 }

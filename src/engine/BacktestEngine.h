@@ -19,6 +19,7 @@ public:
     // compiling it.
     BacktestEngine(QString scriptText, StrategyConfig config);
 
+    // The trades with the per-day buy limit already applied.
     TradeBook run(const StockFileList &files, int jobs, const Progress &progress = {}) const;
 
     // The number of worker threads when the user names none.

@@ -23,3 +23,39 @@ void TradeBook::applyDayLimit(int maxCount, const QString &buyOrder)
         records.resize(keep);
     }
 }
+
+DayLimitedFiling::DayLimitedFiling(int maxCount, const QString &buyOrder)
+    : m_keep(std::max(maxCount, 0)), m_descending(buyOrder == QLatin1String("desc"))
+{
+}
+
+void DayLimitedFiling::file(TradeRecord &&record)
+{
+    Day &day = m_days[record.buyDate];
+    QList<TradeRecord> &records = day.records;
+    const auto ordered = [this](const TradeRecord &a, const TradeRecord &b) { return before(a, b); };
+    if (!day.overflowed) {
+        records.append(std::move(record));
+        if (records.size() > m_keep) {
+            std::stable_sort(records.begin(), records.end(), ordered);
+            records.resize(m_keep);
+            day.overflowed = true;
+        }
+        return;
+    }
+    // Equal volumes go behind the ones filed earlier, as the stable sort puts them.
+    if (records.size() == m_keep && (m_keep == 0 || !before(record, records.last())))
+        return;
+    records.insert(std::upper_bound(records.begin(), records.end(), record, ordered), std::move(record));
+    if (records.size() > m_keep)
+        records.removeLast();
+}
+
+TradeBook DayLimitedFiling::finish()
+{
+    TradeBook book;
+    for (auto it = m_days.begin(); it != m_days.end(); ++it)
+        book.fileDay(it.key(), std::move(it->records));
+    m_days.clear();
+    return book;
+}

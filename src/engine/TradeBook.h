@@ -2,6 +2,7 @@
 
 #include "TradeRecord.h"
 
+#include <QHash>
 #include <QList>
 
 #include <map>
@@ -14,6 +15,7 @@ public:
     using Entries = std::map<QString, QList<TradeRecord>>;
 
     void file(const TradeRecord &record) { m_entries[record.buyDate].append(record); }
+    void fileDay(const QString &buyDate, QList<TradeRecord> records) { m_entries[buyDate] = std::move(records); }
     void clear() { m_entries.clear(); }
     bool isEmpty() const { return m_entries.empty(); }
     const Entries &entries() const { return m_entries; }
@@ -29,4 +31,28 @@ public:
 
 private:
     Entries m_entries;
+};
+
+// Files trades in file order and keeps at most `maxCount` per buy date as it
+// goes, with the very result applyDayLimit gives after the run; a whole
+// market's trades are never held at once.
+class DayLimitedFiling {
+public:
+    DayLimitedFiling(int maxCount, const QString &buyOrder);
+    void file(TradeRecord &&record);
+    TradeBook finish();
+
+private:
+    struct Day {
+        QList<TradeRecord> records;
+        bool overflowed = false; // once more than maxCount came, the list is in volume order
+    };
+    bool before(const TradeRecord &a, const TradeRecord &b) const
+    {
+        return m_descending ? a.volumeKey > b.volumeKey : a.volumeKey < b.volumeKey;
+    }
+
+    qsizetype m_keep;
+    bool m_descending;
+    QHash<QString, Day> m_days;
 };

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cmath>
+#include <cstdint>
+#include <limits>
 #include <optional>
 #include <string_view>
 
@@ -21,11 +24,50 @@ int toInt(std::string_view text);
 // saturated at the 32-bit range.
 int toTruncatedInt(std::string_view text);
 
+// A double as a float, or 0 beyond the float range or where it underflows.
+inline float narrowToFloat(double value)
+{
+    if (std::fabs(value) > double(std::numeric_limits<float>::max()))
+        return 0;
+    const float narrowed = float(value);
+    return value != 0 && narrowed == 0 ? 0.0f : narrowed;
+}
+
 // The fast path used by the K-line parser: converts the decimal starting at
 // `begin` when it ends at `end` or at a byte that cannot continue a number, and
 // returns where it stopped; nullptr when the text needs the general path.
-const char *scanSimpleFloat(const char *begin, const char *end, float &out);
-
-float narrowToFloat(double value);
+// With fewer than 19 digits and a mantissa below 2^53, one division by an
+// exact power of ten is correctly rounded.
+inline const char *scanSimpleFloat(const char *begin, const char *end, float &out)
+{
+    constexpr double kPow10[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    const auto isDigit = [](char c) { return unsigned(c - '0') < 10; };
+    const char *p = begin;
+    const bool negative = p < end && *p == '-';
+    if (p < end && (*p == '-' || *p == '+'))
+        ++p;
+    uint64_t mantissa = 0;
+    int digits = 0;
+    while (p < end && isDigit(*p)) {
+        mantissa = mantissa * 10 + uint64_t(*p - '0');
+        ++digits, ++p;
+    }
+    int fractionDigits = 0;
+    if (p < end && *p == '.') {
+        ++p;
+        while (p < end && isDigit(*p)) {
+            mantissa = mantissa * 10 + uint64_t(*p - '0');
+            ++digits, ++fractionDigits, ++p;
+        }
+    }
+    if (digits == 0 || digits > 18 || mantissa > (uint64_t(1) << 53) || fractionDigits > 22)
+        return nullptr;
+    if (p < end && (*p == '.' || *p == 'e' || *p == 'E' || *p == ' ' || (*p >= '\t' && *p <= '\r')))
+        return nullptr;
+    const double value = double(mantissa) / kPow10[fractionDigits];
+    out = narrowToFloat(negative ? -value : value);
+    return p;
+}
 
 } // namespace DecimalNumber

@@ -6,16 +6,18 @@
 
 namespace {
 
-// The list proper: from the "[" of the first "[[" (or the whole text when
-// there is none) up to the first "]]" after that.
-std::string_view listPart(std::string_view text)
+// Where the list begins: at the "[" of the first "[[", or the whole text.
+std::string_view afterListOpening(std::string_view text)
 {
     const size_t open = text.find("[[");
-    if (open != std::string_view::npos)
-        text.remove_prefix(open + 1);
-    const size_t close = text.find("]]");
-    if (close != std::string_view::npos)
-        text = text.substr(0, close);
+    return open == std::string_view::npos ? text : text.substr(open + 1);
+}
+
+// The list is cut at the first "]]" after its opening.
+std::string_view upToListClosing(std::string_view text)
+{
+    if (const void *close = memmem(text.data(), text.size(), "]]", 2))
+        return text.substr(0, size_t(static_cast<const char *>(close) - text.data()));
     return text;
 }
 
@@ -105,7 +107,8 @@ private:
 // The shape every quote-service file has: ["date","n","n","n","n","n"],[...
 // read straight from the raw text. It takes an item only when reading it
 // without its quotes would give the same fields, and otherwise stops, leaving
-// the rest to the general path.
+// the rest to the general path. Items it takes hold no "]]", so it also finds
+// the list's end on the way, without a search through the whole text.
 class QuotedItemReader {
 public:
     QuotedItemReader(const char *begin, const char *end, char *dates)
@@ -115,7 +118,7 @@ public:
 
     const char *cursor() const { return m_cursor; }
     char *datesEnd() const { return m_dates; }
-    bool atEnd() const { return m_cursor == m_end; }
+    bool finished() const { return m_finished; }
 
     // Reads one item into `bar` (date and the five numbers) and moves past it.
     bool read(Stock &bar, float values[5])
@@ -126,9 +129,9 @@ public:
         if (p == m_end || *p != '"')
             return false;
         const char *date = ++p;
-        while (p < m_end && *p != '"' && *p != ',')
+        while (p < m_end && *p != '"' && *p != ',' && *p != ']')
             ++p;
-        if (p + 1 >= m_end || *p != '"' || p == date || *date == '[' || p[-1] == ']' || p[1] != ',')
+        if (p + 1 >= m_end || *p != '"' || p == date || *date == '[' || p[1] != ',')
             return false;
         const size_t dateLength = size_t(p - date);
         p += 2;
@@ -145,10 +148,12 @@ public:
                 ++p;
             }
         }
-        if (p != m_end) {
-            if (m_end - p < 3 || p[0] != ']' || p[1] != ',' || p[2] != '[')
-                return false;
+        if (p == m_end || (m_end - p >= 2 && p[0] == ']' && p[1] == ']')) {
+            m_finished = true; // the text or the list ends with this day
+        } else if (m_end - p >= 3 && p[0] == ']' && p[1] == ',' && p[2] == '[') {
             p += 3;
+        } else {
+            return false;
         }
         std::memcpy(m_dates, date, dateLength);
         bar.date = std::string_view(m_dates, dateLength);
@@ -161,6 +166,7 @@ private:
     const char *m_cursor;
     const char *m_end;
     char *m_dates;
+    bool m_finished = false;
 };
 
 // Fills in what follows from the previous close and appends the day.
@@ -182,20 +188,21 @@ void appendBar(Stock bar, const float values[5], float &previousClose, std::vect
 void parseKLineText(std::string_view text, StockSeries &series)
 {
     series.bars.clear();
-    const std::string_view list = listPart(text);
-    char *buffer = series.textBuffer(list.size() + 1);
+    const std::string_view opened = afterListOpening(text);
+    char *buffer = series.textBuffer(opened.size() + 1);
     float previousClose = -1.0f;
     float values[5];
     Stock bar;
 
-    QuotedItemReader quoted(list.data(), list.data() + list.size(), buffer);
-    while (!quoted.atEnd() && quoted.read(bar, values))
+    QuotedItemReader quoted(opened.data(), opened.data() + opened.size(), buffer);
+    while (!quoted.finished() && quoted.read(bar, values))
         appendBar(bar, values, previousClose, series.bars);
-    if (quoted.atEnd() && !series.bars.empty())
+    if (quoted.finished())
         return;
 
     // Everything else: drop the quotes, then split at "],[" and ",".
-    const std::string_view rest(quoted.cursor(), size_t(list.data() + list.size() - quoted.cursor()));
+    const std::string_view rest =
+        upToListClosing(opened.substr(size_t(quoted.cursor() - opened.data())));
     char *clean = quoted.datesEnd();
     ItemScanner scanner(clean, clean + copyWithoutQuotes(rest, clean));
     while (!scanner.atEnd()) {

@@ -5,11 +5,15 @@ void IndicatorEvaluator::bind(StockBars bars)
     MetaEvalutor::bind(bars);
     m_line.assign(bars.size(), 0.0f);
     m_defined.assign(bars.size(), 0);
-    const std::unique_ptr<StockIndicator> indicator = makeIndicator();
-    if (!indicator)
+    if (!m_indicatorMade) {
+        m_indicator = makeIndicator();
+        m_indicatorMade = true;
+    }
+    if (!m_indicator)
         return;
+    m_indicator->reset();
     for (size_t i = 0; i < bars.size(); ++i) {
-        const IndicatorValue result = indicator->next(bars[i]);
+        const IndicatorValue result = m_indicator->next(bars[i]);
         m_defined[i] = result.valid;
         m_line[i] = lineOf(result);
     }

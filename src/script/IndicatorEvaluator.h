@@ -19,6 +19,8 @@ protected:
     virtual float lineOf(const IndicatorValue &result) const = 0;
 
 private:
+    std::unique_ptr<StockIndicator> m_indicator; // kept from stock to stock with its buffers
+    bool m_indicatorMade = false;
     std::vector<float> m_line;
     std::vector<unsigned char> m_defined;
 };

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 namespace {
 
 TradeRecord trade(const char *code, const char *date, double volume, double buy = 10, double sale = 11)
@@ -75,4 +77,24 @@ TEST(Csv, PricesInShortestPrintfFormAndNoHeader)
     EXPECT_EQ(outputCsvText(book), QStringLiteral("000001,2019-01-01,1.2e-05,2019-01-01,11,2,卖点\n"
                                                   "600000,2019-01-02,10.5,2019-01-02,1.23457e+06,2,卖点\n"));
     EXPECT_EQ(shortReal(8.090000152587891), QStringLiteral("8.09"));
+}
+
+TEST(DayLimit, FilingWithTheLimitGivesWhatLimitingAfterwardsGives)
+{
+    std::mt19937 random(5);
+    for (int round = 0; round < 300; ++round) {
+        const int maxCount = int(random() % 5) - 1;
+        const QString order = random() % 2 ? QStringLiteral("desc") : QStringLiteral("asc");
+        TradeBook afterwards;
+        DayLimitedFiling asFiled(maxCount, order);
+        for (int i = 0; i < 60; ++i) {
+            const QByteArray code = QByteArray::number(i);
+            const QByteArray date = "d" + QByteArray::number(random() % 6);
+            const TradeRecord r = trade(code.constData(), date.constData(), double(random() % 4));
+            afterwards.file(r);
+            asFiled.file(TradeRecord(r));
+        }
+        afterwards.applyDayLimit(maxCount, order);
+        ASSERT_EQ(codes(asFiled.finish()), codes(afterwards)) << maxCount << order.toStdString();
+    }
 }
