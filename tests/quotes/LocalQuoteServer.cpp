@@ -30,9 +30,10 @@ void ensureApplication()
     static int argc = 1;
     static char name[] = "quotes_tests";
     static char *argv[] = {name, nullptr};
-    static std::unique_ptr<QCoreApplication> app;
+    // Never destroyed: at exit the network classes' own globals may already
+    // be gone, and tearing the application down after them crashes.
     if (!QCoreApplication::instance())
-        app = std::make_unique<QCoreApplication>(argc, argv);
+        new QCoreApplication(argc, argv);
 }
 
 bool waitUntil(const std::function<bool()> &done, int timeoutMs)
