@@ -18,11 +18,16 @@ struct CliResult {
 };
 
 // Runs orvel-cli while our event loop keeps the local server answering.
-CliResult runCli(const QStringList &arguments, const QString &workingDirectory)
+CliResult runCli(const QStringList &arguments, const QString &workingDirectory, const QString &quoteHost = {})
 {
     ensureApplication();
     QProcess process;
     process.setWorkingDirectory(workingDirectory);
+    if (!quoteHost.isEmpty()) {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("ORVEL_QUOTE_HOST"), quoteHost);
+        process.setProcessEnvironment(environment);
+    }
     QEventLoop loop;
     QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
     QObject::connect(&process, &QProcess::errorOccurred, &loop, &QEventLoop::quit);
@@ -98,8 +103,7 @@ TEST(DownloadCommand, FailedAndRefusedCodesLeaveEveryFileAsItWas)
     writeFile(work.filePath(QStringLiteral("codes.txt")),
               "600001, 600002\n600003\n../../x 60000a sh600004\n");
 
-    const CliResult run =
-        runCli({"download", "--codes-file", "codes.txt", "--host", server.host()}, work.path());
+    const CliResult run = runCli({"download", "--codes-file", "codes.txt"}, work.path(), server.host());
     EXPECT_EQ(run.exitCode, 4);
     EXPECT_TRUE(run.err.contains(QStringLiteral("\"../../x\""))) << run.err.toStdString();
     EXPECT_TRUE(run.err.contains(QStringLiteral("\"60000a\"")));
@@ -115,10 +119,12 @@ TEST(DownloadCommand, FailedAndRefusedCodesLeaveEveryFileAsItWas)
 TEST(DownloadCommand, BadOptionsAreUsageErrorsBeforeAnyRequest)
 {
     QTemporaryDir work;
-    const QString refusing = LocalQuoteServer::refusingHost();
-    EXPECT_EQ(runCli({"download", "600000", "--adjust", "xfq", "--host", refusing}, work.path()).exitCode, 1);
-    EXPECT_EQ(runCli({"download", "600000", "--period", "year", "--host", refusing}, work.path()).exitCode,
-              1);
-    EXPECT_EQ(runCli({"download", "--host", refusing}, work.path()).exitCode, 1);
-    EXPECT_EQ(runCli({"download", "--codes-file", "missing.txt"}, work.path()).exitCode, 1);
+    const QList<QStringList> cases = {
+        {"600000", "--adjust", "xfq"}, {"600000", "--period", "year"}, {}, {"--codes-file", "missing.txt"}};
+    for (const QStringList &arguments : cases) {
+        const CliResult run =
+            runCli(QStringList{"download"} + arguments, work.path(), LocalQuoteServer::refusingHost());
+        EXPECT_EQ(run.exitCode, 1) << arguments.join(' ').toStdString();
+        EXPECT_FALSE(run.out.contains(QStringLiteral("[1/"))) << arguments.join(' ').toStdString();
+    }
 }
