@@ -2,22 +2,21 @@
 
 #include <cmath>
 
-void BollIndicator::reset() { *this = BollIndicator(); }
+void BollIndicator::reset() { m_closes.clear(); }
 
 IndicatorValue BollIndicator::next(const Stock &bar)
 {
-    m_closes[size_t(m_count % kWindow)] = bar.close;
-    ++m_count;
-    if (m_count < kWindow)
+    m_closes.push_back(bar.close);
+    if (m_closes.size() < kWindow)
         return {};
-    const int oldest = m_count % kWindow;
+    const float *window = m_closes.data() + (m_closes.size() - kWindow);
     float sum = 0;
-    for (int i = 0; i < kWindow; ++i)
-        sum += m_closes[size_t((oldest + i) % kWindow)];
+    for (size_t i = 0; i < kWindow; ++i)
+        sum += window[i];
     const float mid = sum * 0.05f;
     float squares = 0;
-    for (int i = 0; i < kWindow; ++i) {
-        const float deviation = m_closes[size_t((oldest + i) % kWindow)] - mid;
+    for (size_t i = 0; i < kWindow; ++i) {
+        const float deviation = window[i] - mid;
         squares += deviation * deviation;
     }
     const float variance = float(squares * 0.05);

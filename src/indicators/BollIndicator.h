@@ -2,7 +2,7 @@
 
 #include "StockIndicator.h"
 
-#include <array>
+#include <vector>
 
 // BOLL(20) of the close: value1 = mid, value2 = sigma, value3 = -sigma.
 class BollIndicator : public StockIndicator {
@@ -11,7 +11,6 @@ public:
     IndicatorValue next(const Stock &bar) override;
 
 private:
-    static constexpr int kWindow = 20;
-    std::array<float, kWindow> m_closes{}; // ring; the oldest sits at m_count % kWindow
-    int m_count = 0;
+    static constexpr size_t kWindow = 20;
+    std::vector<float> m_closes; // every close of the pass; the window is its tail
 };

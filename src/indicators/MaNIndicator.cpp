@@ -14,3 +14,21 @@ IndicatorValue WindowAverageIndicator::next(const Stock &bar)
     result.value1 = sum / float(m_period);
     return result;
 }
+
+void WindowAverageIndicator::averages(std::span<const float> values, int period, std::vector<float> &averages)
+{
+    averages.assign(values.size(), 0.0f);
+    if (period <= 0 || values.size() < size_t(period))
+        return;
+    const size_t first = size_t(period) - 1;
+    const size_t count = values.size() - first;
+    float *sums = averages.data() + first;
+    for (size_t j = 0; j < size_t(period); ++j) {
+        const float *column = values.data() + j;
+        for (size_t i = 0; i < count; ++i)
+            sums[i] += column[i];
+    }
+    const float divisor = float(period);
+    for (size_t i = 0; i < count; ++i)
+        sums[i] /= divisor;
+}

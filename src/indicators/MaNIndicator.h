@@ -2,6 +2,7 @@
 
 #include "StockIndicator.h"
 
+#include <span>
 #include <vector>
 
 // Simple average of one bar field over the last N bars. The window sum is
@@ -12,6 +13,12 @@ public:
     explicit WindowAverageIndicator(int period) : m_period(period) {}
     void reset() override { m_values.clear(); }
     IndicatorValue next(const Stock &bar) override;
+
+    // The same averages for a whole series at once: `averages[i]` belongs to
+    // `values[i]` and is valid from index period - 1 on. Each window is still
+    // summed oldest first; the windows are summed side by side, which the
+    // compiler turns into vector additions.
+    static void averages(std::span<const float> values, int period, std::vector<float> &averages);
 
 protected:
     virtual float fieldOf(const Stock &bar) const = 0;

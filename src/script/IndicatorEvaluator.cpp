@@ -1,10 +1,30 @@
 #include "IndicatorEvaluator.h"
 
+#include "indicators/IndicatorCache.h"
+#include "indicators/MaNIndicator.h"
+
+#include <algorithm>
+
 void IndicatorEvaluator::bind(StockBars bars)
 {
     MetaEvalutor::bind(bars);
-    m_line.assign(bars.size(), 0.0f);
-    m_defined.assign(bars.size(), 0);
+    computeLine(bars, m_line, m_defined);
+}
+
+void IndicatorEvaluator::computeLine(StockBars bars, std::vector<float> &line, std::vector<unsigned char> &defined)
+{
+    line.assign(bars.size(), 0.0f);
+    defined.assign(bars.size(), 0);
+    IndicatorCache *cache = IndicatorCache::current();
+    const QString key = cache ? cacheKey() : QString();
+    if (!key.isEmpty()) {
+        const IndicatorCache::Results &results = cache->results(key, bars, [this] { return makeIndicator(); });
+        for (size_t i = 0; i < bars.size(); ++i) {
+            defined[i] = results[i].valid;
+            line[i] = lineOf(results[i]);
+        }
+        return;
+    }
     if (!m_indicatorMade) {
         m_indicator = makeIndicator();
         m_indicatorMade = true;
@@ -14,8 +34,8 @@ void IndicatorEvaluator::bind(StockBars bars)
     m_indicator->reset();
     for (size_t i = 0; i < bars.size(); ++i) {
         const IndicatorValue result = m_indicator->next(bars[i]);
-        m_defined[i] = result.valid;
-        m_line[i] = lineOf(result);
+        defined[i] = result.valid;
+        line[i] = lineOf(result);
     }
 }
 
@@ -37,4 +57,15 @@ bool PeriodEvaluator::parse(const QString &text)
     m_period = EvaluatorArguments::toInt(pieces[1]);
     offset = EvaluatorArguments::toInt(pieces[2]);
     return true;
+}
+
+void WindowAverageEvaluator::computeLine(StockBars bars, std::vector<float> &line, std::vector<unsigned char> &defined)
+{
+    m_field.resize(bars.size());
+    for (size_t i = 0; i < bars.size(); ++i)
+        m_field[i] = fieldOf(bars[i]);
+    WindowAverageIndicator::averages(m_field, m_period, line);
+    defined.assign(bars.size(), 0);
+    if (m_period > 0 && bars.size() >= size_t(m_period))
+        std::fill(defined.begin() + (m_period - 1), defined.end(), 1);
 }

@@ -14,6 +14,14 @@ struct IndicatorEvaluator : MetaEvalutor {
     int value(int dayIndex, EvalValue &out) const override;
 
 protected:
+    // The term's line and where it is defined, one entry per bar; by default
+    // the indicator is fed bar by bar.
+    virtual void computeLine(StockBars bars, std::vector<float> &line, std::vector<unsigned char> &defined);
+
+    // Terms with the same key share one computation while a script binds;
+    // empty: never shared.
+    virtual QString cacheKey() const { return {}; }
+
     // A fresh indicator for this term, or nullptr when it can never have a value.
     virtual std::unique_ptr<StockIndicator> makeIndicator() const = 0;
     virtual float lineOf(const IndicatorValue &result) const = 0;
@@ -32,4 +40,14 @@ struct PeriodEvaluator : IndicatorEvaluator {
 protected:
     int m_period = 0;
     float lineOf(const IndicatorValue &result) const override { return result.value1; }
+};
+
+// Simple averages of one bar field, computed for the whole series at once.
+struct WindowAverageEvaluator : PeriodEvaluator {
+protected:
+    virtual float fieldOf(const Stock &bar) const = 0;
+    void computeLine(StockBars bars, std::vector<float> &line, std::vector<unsigned char> &defined) override;
+
+private:
+    std::vector<float> m_field;
 };

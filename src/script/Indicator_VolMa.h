@@ -3,9 +3,10 @@
 #include "IndicatorEvaluator.h"
 
 // "volma,period,offset": the average of the volume. A period of 0 or less never has a value.
-struct Indicator_VolMa : PeriodEvaluator {
+struct Indicator_VolMa : WindowAverageEvaluator {
     QStringList names() const override { return {QStringLiteral("volma")}; }
 
 protected:
     std::unique_ptr<StockIndicator> makeIndicator() const override;
+    float fieldOf(const Stock &bar) const override { return bar.volume; }
 };

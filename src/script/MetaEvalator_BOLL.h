@@ -8,6 +8,7 @@ struct MetaEvalator_BOLL : NamedLineEvaluator {
     QStringList names() const override { return nameList(); }
 
 protected:
+    QString cacheKey() const override { return QStringLiteral("boll"); }
     std::unique_ptr<StockIndicator> makeIndicator() const override;
     float lineOf(const IndicatorValue &result) const override;
 };

@@ -13,6 +13,7 @@ struct MetaEvalator_DMI : IndicatorEvaluator {
     bool parse(const QString &text) override;
 
 protected:
+    QString cacheKey() const override { return QStringLiteral("dmi,%1,%2").arg(m_n).arg(m_m); }
     std::unique_ptr<StockIndicator> makeIndicator() const override;
     float lineOf(const IndicatorValue &r) const override;
 

@@ -8,6 +8,7 @@ struct MetaEvalator_MACD : NamedLineEvaluator {
     QStringList names() const override { return nameList(); }
 
 protected:
+    QString cacheKey() const override { return QStringLiteral("macd"); }
     std::unique_ptr<StockIndicator> makeIndicator() const override;
     float lineOf(const IndicatorValue &r) const override { return m_line == 0 ? r.value1 : m_line == 1 ? r.value2 : r.value3; }
 };

@@ -37,6 +37,8 @@ int Script::parseStatementLine(const QString &line)
 
 void Script::bind(StockBars bars)
 {
+    m_indicators.clear();
+    const IndicatorCache::Scope sharing(m_indicators);
     for (StatementObject *statement : m_buy) {
         statement->reset();
         statement->bind(bars);

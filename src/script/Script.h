@@ -2,6 +2,7 @@
 
 #include "StatementObject.h"
 #include "StrategyConfig.h"
+#include "indicators/IndicatorCache.h"
 
 #include <vector>
 
@@ -28,6 +29,7 @@ public:
 private:
     std::vector<StatementObject *> m_buy;
     std::vector<StatementObject *> m_sale;
+    IndicatorCache m_indicators;
 };
 
 // Compiles `text` into `script`, applying its `config.` lines to `config`.

@@ -1,0 +1,38 @@
+#include "IndicatorCache.h"
+
+namespace {
+thread_local IndicatorCache *t_current = nullptr;
+}
+
+const IndicatorCache::Results &IndicatorCache::results(const QString &key, StockBars bars, const Factory &make)
+{
+    Entry *entry = nullptr;
+    for (Entry &candidate : m_entries) {
+        if (candidate.key == key)
+            entry = &candidate;
+    }
+    if (!entry) {
+        m_entries.push_back({key, make(), false, {}});
+        entry = &m_entries.back();
+    }
+    if (!entry->filled) {
+        entry->indicator->reset();
+        entry->results.resize(bars.size());
+        for (size_t i = 0; i < bars.size(); ++i)
+            entry->results[i] = entry->indicator->next(bars[i]);
+        entry->filled = true;
+    }
+    return entry->results;
+}
+
+void IndicatorCache::clear()
+{
+    for (Entry &entry : m_entries)
+        entry.filled = false;
+}
+
+IndicatorCache *IndicatorCache::current() { return t_current; }
+
+IndicatorCache::Scope::Scope(IndicatorCache &cache) : m_previous(t_current) { t_current = &cache; }
+
+IndicatorCache::Scope::~Scope() { t_current = m_previous; }
