@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <QtGlobal>
 
+#include <cstdio>
 #include <initializer_list>
 #include <string>
 
@@ -19,15 +20,13 @@ struct Day {
 inline std::string klineText(std::initializer_list<Day> days)
 {
     std::string text = "kline_dayhfq={\"data\":[";
-    bool first = true;
+    char day[256];
     for (const Day &d : days) {
-        text += first ? "[" : ",[";
-        first = false;
-        text += "\"" + std::string(d.date) + "\",\"" + std::to_string(d.open) + "\",\"" + std::to_string(d.close) +
-                "\",\"" + std::to_string(d.high) + "\",\"" + std::to_string(d.low) + "\",\"" +
-                std::to_string(d.volume) + "\"]";
+        std::snprintf(day, sizeof day, R"(%s["%s","%f","%f","%f","%f","%f"])", text.back() == '[' ? "" : ",",
+                      d.date, d.open, d.close, d.high, d.low, d.volume);
+        text.append(day);
     }
-    return text + "]}";
+    return text.append("]}");
 }
 
 inline StockSeries seriesOf(std::initializer_list<Day> days, const char *code = "600000")
