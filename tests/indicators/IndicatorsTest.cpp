@@ -106,3 +106,23 @@ TEST(Dmi, FirstValueAfterNPlusOneBarsAndAdxrHalvedUntilMPlusOne)
         EXPECT_EQ(r[size_t(i)].value4, float(double(r[size_t(i)].value3) * 0.5)) << i;
     EXPECT_NE(r[20].value4, float(double(r[20].value3) * 0.5));
 }
+
+TEST(Averages, WholeSeriesAveragesMatchBarByBarOnes)
+{
+    std::vector<Stock> bars;
+    std::vector<float> closes;
+    for (int i = 0; i < 300; ++i) {
+        bars.push_back(bar(float(i * 7919 % 1013) / 37.0f + 3));
+        closes.push_back(bars.back().close);
+    }
+    for (const int period : {1, 2, 5, 13, 60, 299, 300, 301}) {
+        MaNIndicator streaming(period);
+        std::vector<float> batch;
+        WindowAverageIndicator::averages(closes, period, batch);
+        for (size_t i = 0; i < bars.size(); ++i) {
+            const IndicatorValue v = streaming.next(bars[i]);
+            ASSERT_EQ(v.valid, i + 1 >= size_t(period)) << period;
+            ASSERT_EQ(v.value1, batch[i]) << period << " " << i;
+        }
+    }
+}
