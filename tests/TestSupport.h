@@ -8,7 +8,11 @@
 
 #include <cstdio>
 #include <initializer_list>
+#include <ostream>
 #include <string>
+
+// Readable failures: texts as themselves, not as code units.
+inline void PrintTo(const QString &text, std::ostream *out) { *out << '"' << text.toStdString() << '"'; }
 
 // One day for hand-made series: date, open, close, high, low, volume.
 struct Day {

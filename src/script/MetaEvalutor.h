@@ -32,8 +32,8 @@ protected:
     // needs the bar before it, and every term keeps to the same rule.
     int barIndex(int dayIndex) const
     {
-        const int index = dayIndex + offset;
-        return index > 0 && index < int(m_bars.size()) ? index : -1;
+        const long long index = (long long)dayIndex + offset;
+        return index > 0 && index < (long long)m_bars.size() ? int(index) : -1;
     }
 
     StockBars m_bars;

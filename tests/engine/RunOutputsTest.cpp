@@ -1,3 +1,4 @@
+#include "TestSupport.h"
 #include "engine/OutputCsv.h"
 #include "engine/RunSummary.h"
 

@@ -1,0 +1,29 @@
+// Any bytes as a script: compiling must never crash, and a compiled script
+// must bind to a short series and answer for every day without crashing.
+#include "market/KLineParser.h"
+#include "market/TextFile.h"
+#include "script/Script.h"
+
+#include <QByteArray>
+
+#include <cstdint>
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    const QString text = TextFile::decode(QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)));
+    Script script;
+    StrategyConfig config;
+    int line = 0;
+    if (compileScript(script, config, text, line) != 1)
+        return 0;
+    StockSeries series;
+    parseKLineText("[[a,1,2,3,0.5,10],[b,2,1,3,1,0],[c,0,0,0,0,0],[d,5,6,7,4,100],[e,6,5,7,5,9],"
+                   "[f,5,5,5,5,5],[g,4,8,9,3,1],[h,8,8.8,8.8,8,2]]",
+                   series);
+    script.bind(series.view());
+    for (int day = -2; day < series.size() + 2; ++day) {
+        script.isBuy(day);
+        script.isSale(day);
+    }
+    return 0;
+}
