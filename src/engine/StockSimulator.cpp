@@ -1,5 +1,6 @@
 #include "StockSimulator.h"
 
+#include "TradeDate.h"
 #include "market/TextFile.h"
 
 #include <QByteArray>
@@ -19,7 +20,7 @@ double percentChange(double price, double base) { return (price - base) * 100 / 
 
 } // namespace
 
-QString dateText(std::string_view date)
+QString decodeDate(std::string_view date)
 {
     if (isAscii(date))
         return QString::fromLatin1(date.data(), qsizetype(date.size()));
@@ -150,6 +151,19 @@ void StockSimulator::fileAndClear()
 {
     m_trades->push_back(m_position);
     m_position = TradeRecord();
+}
+
+QString StockSimulator::dateText(std::string_view date)
+{
+    const int slot = TradeDate::slotOf(date);
+    if (slot < 0)
+        return decodeDate(date);
+    if (m_dateTexts.empty())
+        m_dateTexts.resize(TradeDate::kSlots);
+    QString &text = m_dateTexts[size_t(slot)];
+    if (text.isNull())
+        text = decodeDate(date);
+    return text;
 }
 
 // A negative setting would make the walk stand still or go back.

@@ -26,6 +26,7 @@ private:
     void filePendingBuy(const QString &code, int index);
     void fileAndClear();
     int excludedDays() const;
+    QString dateText(std::string_view date);
 
     const StrategyConfig &m_config;
     const bool m_saleAtClose;
@@ -33,7 +34,8 @@ private:
     StockBars m_bars;
     TradeRecord m_position;
     std::vector<TradeRecord> *m_trades = nullptr;
+    std::vector<QString> m_dateTexts; // by TradeDate slot: the market's dates repeat in every stock
 };
 
 // A date of the data file as text: ASCII as it stands, anything else read as GBK.
-QString dateText(std::string_view date);
+QString decodeDate(std::string_view date);

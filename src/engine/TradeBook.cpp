@@ -1,5 +1,7 @@
 #include "TradeBook.h"
 
+#include "TradeDate.h"
+
 #include <algorithm>
 
 std::vector<TradeRecord> TradeBook::rows() const
@@ -29,9 +31,24 @@ DayLimitedFiling::DayLimitedFiling(int maxCount, const QString &buyOrder)
 {
 }
 
+DayLimitedFiling::Day &DayLimitedFiling::dayOf(const QString &buyDate)
+{
+    const int slot = TradeDate::slotOf(buyDate);
+    if (slot < 0)
+        return m_otherDays[buyDate];
+    if (m_slots.empty())
+        m_slots.assign(TradeDate::kSlots, -1);
+    int &index = m_slots[size_t(slot)];
+    if (index < 0) {
+        index = int(m_dated.size());
+        m_dated.emplace_back(buyDate, Day());
+    }
+    return m_dated[size_t(index)].second;
+}
+
 void DayLimitedFiling::file(TradeRecord &&record)
 {
-    Day &day = m_days[record.buyDate];
+    Day &day = dayOf(record.buyDate);
     QList<TradeRecord> &records = day.records;
     const auto ordered = [this](const TradeRecord &a, const TradeRecord &b) { return before(a, b); };
     if (!day.overflowed) {
@@ -54,8 +71,12 @@ void DayLimitedFiling::file(TradeRecord &&record)
 TradeBook DayLimitedFiling::finish()
 {
     TradeBook book;
-    for (auto it = m_days.begin(); it != m_days.end(); ++it)
+    for (auto &[date, day] : m_dated)
+        book.fileDay(date, std::move(day.records));
+    for (auto it = m_otherDays.begin(); it != m_otherDays.end(); ++it)
         book.fileDay(it.key(), std::move(it->records));
-    m_days.clear();
+    m_dated.clear();
+    m_otherDays.clear();
+    m_slots.clear();
     return book;
 }

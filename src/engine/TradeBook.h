@@ -52,7 +52,11 @@ private:
         return m_descending ? a.volumeKey > b.volumeKey : a.volumeKey < b.volumeKey;
     }
 
+    Day &dayOf(const QString &buyDate);
+
     qsizetype m_keep;
     bool m_descending;
-    QHash<QString, Day> m_days;
+    std::vector<int> m_slots;   // TradeDate slot -> index in m_dated, or -1
+    std::vector<std::pair<QString, Day>> m_dated;
+    QHash<QString, Day> m_otherDays; // dates of other forms, pending buys among them
 };
