@@ -12,5 +12,4 @@ int backtest(const QStringList &arguments);
 int eval(const QStringList &arguments);
 int download(const QStringList &arguments);
 
-
 } // namespace Commands
