@@ -11,7 +11,7 @@ namespace {
 
 // Larger files are not K-line data, scripts or configurations; refusing them
 // keeps a stray file in the data directory from exhausting memory.
-constexpr qint64 kLargestReadableFile = qint64(1) << 30;
+constexpr qint64 kLargestReadableFile = qint64(1) << 28;
 
 void logOpenFailure(const QString &reason) { qDebug().noquote() << "open file failed:" << reason; }
 
