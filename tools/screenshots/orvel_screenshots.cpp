@@ -1,0 +1,137 @@
+// Pictures of the desktop program for the README: the main window as it
+// opens, the summary box and the results window after the default script
+// has run on the bundled market, with the first trade's chart shown.
+//
+//   orvel-screenshots [--data DIR] [--out DIR]
+//
+// Runs in a scratch working directory, so neither "output.csv" nor a
+// "config.conf" of the caller's is touched; the default script's "data"
+// there leads to DIR.
+#include "ui/CandlestickView.h"
+#include "ui/OrvelAnalyst.h"
+#include "ui/OrvelStockMsgBox.h"
+#include "ui/StockListView.h"
+#include "ui/StrategyViewWidget.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QPointer>
+#include <QPushButton>
+#include <QStyleFactory>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QTranslator>
+
+#include <cstdio>
+
+namespace {
+
+// Waits for `ms` while the event loop runs, so that windows lay out and paint.
+void settle(int ms)
+{
+    QEventLoop loop;
+    QTimer::singleShot(ms, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+bool save(QWidget *window, const QString &path)
+{
+    const bool saved = window->grab().save(path);
+    std::fprintf(stderr, "%s %s\n", saved ? "wrote" : "could not write", qPrintable(path));
+    return saved;
+}
+
+// Handles the boxes that open at the end of a run, one after the other.
+class RunPhotographer : public QObject {
+public:
+    explicit RunPhotographer(const QDir &out) : m_out(out)
+    {
+        connect(&m_timer, &QTimer::timeout, this, &RunPhotographer::poll);
+        m_timer.start(50);
+    }
+    bool done() const { return m_done; }
+    bool ok() const { return m_ok; }
+
+private:
+    void poll()
+    {
+        QWidget *modal = QApplication::activeModalWidget();
+        if (!modal || modal == m_handled)
+            return;
+        m_handled = modal;
+        if (auto *box = qobject_cast<OrvelStockMsgBox *>(modal)) {
+            settle(200);
+            m_ok = save(box, m_out.filePath(QStringLiteral("orvel-summary.png"))) && m_ok;
+            box->accept();
+        } else if (auto *results = qobject_cast<StrategyViewWidget *>(modal)) {
+            photographResults(results);
+            results->accept();
+            m_done = true;
+        } else {
+            modal->close();
+        }
+    }
+
+    void photographResults(StrategyViewWidget *results)
+    {
+        results->resize(results->width(), 520);
+        StockListView *table = results->table();
+        if (table->rowCount() > 0) {
+            table->selectRow(0);
+            results->onClick(0, 0);
+        }
+        settle(300);
+        m_ok = save(results, m_out.filePath(QStringLiteral("orvel-results.png"))) && m_ok;
+    }
+
+    QDir m_out;
+    QTimer m_timer;
+    QPointer<QWidget> m_handled;
+    bool m_done = false;
+    bool m_ok = true;
+};
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QApplication app(argc, argv);
+    QCommandLineParser parser;
+    parser.addHelpOption();
+    const QCommandLineOption dataOption(QStringLiteral("data"), QStringLiteral("the market to run on"),
+                                        QStringLiteral("DIR"), QStringLiteral(ORVEL_SOURCE_DIR "/data"));
+    const QCommandLineOption outOption(QStringLiteral("out"), QStringLiteral("where the pictures go"),
+                                       QStringLiteral("DIR"), QStringLiteral(ORVEL_SOURCE_DIR "/docs"));
+    parser.addOptions({dataOption, outOption});
+    parser.process(app);
+    const QString data = QFileInfo(parser.value(dataOption)).absoluteFilePath();
+    const QDir out(QFileInfo(parser.value(outOption)).absoluteFilePath());
+    if (!QDir().mkpath(out.path()) || QDir(data).isEmpty(QDir::Files)) {
+        std::fprintf(stderr, "need a market in %s and a writable %s\n", qPrintable(data), qPrintable(out.path()));
+        return 1;
+    }
+
+    // Set up as the program itself starts.
+    QTranslator translator;
+    if (translator.load(QStringLiteral(":qrc/qt_zh_CN.qm")))
+        QApplication::installTranslator(&translator);
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+
+    QTemporaryDir workDir;
+    if (!workDir.isValid() || !QFile::link(data, workDir.filePath(QStringLiteral("data"))) ||
+        !QDir::setCurrent(workDir.path()))
+        return 1;
+
+    OrvelAnalyst window;
+    window.resize(640, 520);
+    window.show();
+    settle(300);
+    bool ok = save(&window, out.filePath(QStringLiteral("orvel-main.png")));
+
+    RunPhotographer photographer(out);
+    window.findChild<QPushButton *>(QStringLiteral("runButton"))->click();
+    while (!photographer.done())
+        settle(50);
+    return ok && photographer.ok() ? 0 : 1;
+}
