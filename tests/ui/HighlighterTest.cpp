@@ -4,45 +4,34 @@
 
 #include <QTextBlock>
 #include <QTextEdit>
-#include <QTextDocument>
-#include <QTextLayout>
 #include <QtTest>
 
 namespace {
 
-// The format the highlighter gave the character at `position` of line `line`.
-QTextCharFormat formatAt(const QTextDocument &document, int line, int position)
-{
-    const QTextBlock block = document.findBlockByNumber(line);
-    QTextCharFormat result;
-    for (const QTextLayout::FormatRange &range : block.layout()->formats()) {
-        if (position >= range.start && position < range.start + range.length)
-            result = range.format;
-    }
-    return result;
-}
-
-QColor colourAt(const QTextDocument &document, int line, int position)
-{
-    return formatAt(document, line, position).foreground().color();
-}
-
 // An editor with the workbench's highlighter, coloured as it is typed.
 struct Script {
-    explicit Script(const QString &text)
-        : highlighter(editor.document(), OrvelWidget::keywordPatterns()), document(*editor.document())
+    explicit Script(const QString &text) : highlighter(editor.document(), OrvelWidget::keywordPatterns())
     {
         editor.setPlainText(text);
     }
+
+    // The format of the first character of `text` on line `line`.
+    QTextCharFormat format(int line, const QString &text) const
+    {
+        const QTextBlock block = editor.document()->findBlockByNumber(line);
+        const qsizetype position = block.text().indexOf(text);
+        QTextCharFormat result;
+        for (const QTextLayout::FormatRange &range : block.layout()->formats()) {
+            if (position >= range.start && position < range.start + range.length)
+                result = range.format;
+        }
+        return result;
+    }
+    QColor colour(int line, const QString &text) const { return format(line, text).foreground().color(); }
+
     QTextEdit editor;
     Highlighter highlighter;
-    QTextDocument &document;
 };
-
-int columnOf(const QTextDocument &document, int line, const QString &text)
-{
-    return int(document.findBlockByNumber(line).text().indexOf(text));
-}
 
 } // namespace
 
@@ -50,66 +39,51 @@ class HighlighterTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void conditionWithCommentAndQuote();
-    void namesBeforeParenthesesAreBlueItalic();
+    void conditionsWithCommentsAndQuotes();
+    void namesBeforeParenthesesAndQtNames();
     void blockCommentsRunOverLines();
-    void patternNamesAndConfigurationKeysAreKeywords();
 };
 
-void HighlighterTest::conditionWithCommentAndQuote()
+void HighlighterTest::conditionsWithCommentsAndQuotes()
 {
-    Script script(QStringLiteral("buy.close,0>ma,5,0 // a \"note\" QString"));
-    const QTextDocument &document = script.document;
-
-    const int close = columnOf(document, 0, QStringLiteral("close"));
-    QCOMPARE(colourAt(document, 0, close), QColor(Qt::darkBlue));
-    QCOMPARE(formatAt(document, 0, close).fontWeight(), int(QFont::Bold));
-    QCOMPARE(colourAt(document, 0, columnOf(document, 0, QStringLiteral("ma,"))), QColor(Qt::darkBlue));
-    QVERIFY(!formatAt(document, 0, 0).hasProperty(QTextFormat::ForegroundBrush)); // "buy." is plain
-    QCOMPARE(colourAt(document, 0, columnOf(document, 0, QStringLiteral("//"))), QColor(Qt::red));
-    QCOMPARE(colourAt(document, 0, columnOf(document, 0, QStringLiteral("a \""))), QColor(Qt::red));
-    // Quotes are applied after comments, so they stay green inside one.
-    QCOMPARE(colourAt(document, 0, columnOf(document, 0, QStringLiteral("note"))), QColor(Qt::darkGreen));
-    QCOMPARE(colourAt(document, 0, columnOf(document, 0, QStringLiteral("QString"))), QColor(Qt::red));
+    const Script script(QStringLiteral("buy.close,0>ma,5,0 // a \"note\" end\nbuy.k.旭日东升,0\nconfig.trade.max.count,3"));
+    QCOMPARE(script.colour(0, "close"), QColor(Qt::darkBlue));
+    QCOMPARE(script.format(0, "close").fontWeight(), int(QFont::Bold));
+    QCOMPARE(script.colour(0, "ma,"), QColor(Qt::darkBlue));
+    QVERIFY(!script.format(0, "buy").hasProperty(QTextFormat::ForegroundBrush));
+    QCOMPARE(script.colour(0, "// a"), QColor(Qt::red));
+    QCOMPARE(script.colour(0, "end"), QColor(Qt::red));
+    QCOMPARE(script.colour(0, "note"), QColor(Qt::darkGreen)); // quotes come after comments
+    // The vocabulary holds the pattern names and the configuration keys.
+    QCOMPARE(script.colour(1, "旭日"), QColor(Qt::darkBlue));
+    QCOMPARE(script.colour(2, "max"), QColor(Qt::darkBlue));
 }
 
-void HighlighterTest::namesBeforeParenthesesAreBlueItalic()
+void HighlighterTest::namesBeforeParenthesesAndQtNames()
 {
-    Script script(QStringLiteral("ma(5) QTimer close"));
-    const QTextDocument &document = script.document;
-    QCOMPARE(colourAt(document, 0, 0), QColor(Qt::blue));
-    QVERIFY(formatAt(document, 0, 0).fontItalic());
-    const int qtName = columnOf(document, 0, QStringLiteral("QTimer"));
-    QCOMPARE(colourAt(document, 0, qtName), QColor(Qt::darkMagenta));
-    QCOMPARE(formatAt(document, 0, qtName).fontWeight(), int(QFont::Bold));
+    const Script script(QStringLiteral("ma(5) QTimer"));
+    QCOMPARE(script.colour(0, "ma"), QColor(Qt::blue)); // applied last, over the keyword
+    QVERIFY(script.format(0, "ma").fontItalic());
+    QCOMPARE(script.colour(0, "QTimer"), QColor(Qt::darkMagenta));
+    QCOMPARE(script.format(0, "QTimer").fontWeight(), int(QFont::Bold));
 }
 
 void HighlighterTest::blockCommentsRunOverLines()
 {
     Script script(QStringLiteral("buy.close,0>ma,5,0 /* off\nsale.close,0<ma,10,0\nstill */ buy.close,0>ma,5,0\nclose"));
-    const QTextDocument &document = script.document;
+    QCOMPARE(script.colour(0, "close"), QColor(Qt::darkBlue));
+    QCOMPARE(script.colour(0, "off"), QColor(Qt::red));
+    QCOMPARE(script.colour(1, "sale"), QColor(Qt::red));
+    QCOMPARE(script.colour(1, "close"), QColor(Qt::red));
+    QCOMPARE(script.colour(2, "*/"), QColor(Qt::red));
+    QCOMPARE(script.colour(2, "close"), QColor(Qt::darkBlue));
+    QCOMPARE(script.colour(3, "close"), QColor(Qt::darkBlue));
 
-    QCOMPARE(colourAt(document, 0, columnOf(document, 0, QStringLiteral("close"))), QColor(Qt::darkBlue));
-    QCOMPARE(colourAt(document, 0, columnOf(document, 0, QStringLiteral("off"))), QColor(Qt::red));
-    QCOMPARE(colourAt(document, 1, 0), QColor(Qt::red));
-    QCOMPARE(colourAt(document, 1, columnOf(document, 1, QStringLiteral("close"))), QColor(Qt::red));
-    QCOMPARE(colourAt(document, 2, columnOf(document, 2, QStringLiteral("*/"))), QColor(Qt::red));
-    QCOMPARE(colourAt(document, 2, columnOf(document, 2, QStringLiteral("close"))), QColor(Qt::darkBlue));
-    QCOMPARE(colourAt(document, 3, 0), QColor(Qt::darkBlue));
-
-    // Closing the comment earlier recolours the lines after it.
-    QTextCursor cursor(script.document.findBlockByNumber(0));
+    // Closing the comment on its first line recolours the lines after it.
+    QTextCursor cursor(script.editor.document()->firstBlock());
     cursor.movePosition(QTextCursor::EndOfBlock);
     cursor.insertText(QStringLiteral(" */"));
-    QCOMPARE(colourAt(document, 1, columnOf(document, 1, QStringLiteral("close"))), QColor(Qt::darkBlue));
-}
-
-void HighlighterTest::patternNamesAndConfigurationKeysAreKeywords()
-{
-    Script script(QStringLiteral("buy.k.旭日东升,0\nconfig.trade.max.count,3"));
-    const QTextDocument &document = script.document;
-    QCOMPARE(colourAt(document, 0, columnOf(document, 0, QStringLiteral("旭日"))), QColor(Qt::darkBlue));
-    QCOMPARE(colourAt(document, 1, columnOf(document, 1, QStringLiteral("max"))), QColor(Qt::darkBlue));
+    QCOMPARE(script.colour(1, "close"), QColor(Qt::darkBlue));
 }
 
 QTEST_MAIN(HighlighterTest)

@@ -1,44 +1,19 @@
 // A user opens the program, looks around its menus, imports and exports
-// scripts and asks for help.
-#include "ModalWatcher.h"
-#include "ui/OrvelAboutDlg.h"
-#include "ui/OrvelAnalyst.h"
+// scripts, edits the configuration and asks for help.
+#include "WidgetTestSupport.h"
 #include "market/TextFile.h"
+#include "ui/OrvelAnalyst.h"
+#include "ui/RunningConfig.h"
+#include "ui/StockConfigWidget.h"
 
 #include <QDesktopServices>
 #include <QFileDialog>
-#include <QLabel>
 #include <QLineEdit>
-#include <QMenuBar>
 #include <QProgressBar>
 #include <QTemporaryDir>
 #include <QTextEdit>
 #include <QTranslator>
 #include <QtTest>
-
-namespace {
-
-QAction *menuAction(QMainWindow &window, const QString &menu, const QString &text)
-{
-    for (QAction *top : window.menuBar()->actions()) {
-        if (top->text() != menu)
-            continue;
-        for (QAction *action : top->menu()->actions()) {
-            if (action->text() == text)
-                return action;
-        }
-    }
-    return nullptr;
-}
-
-void writeGbk(const QString &path, const QString &text)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(TextFile::encode(text, TextEncoding::Gbk));
-}
-
-} // namespace
 
 // Stands in for the browser.
 class UrlCatcher : public QObject {
@@ -53,46 +28,41 @@ class MainWindowTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
+    void initTestCase() { QVERIFY(QDir::setCurrent(m_workDir.path())); }
     void theWindowOpensWithTitleMenusAndTheDefaultScript();
     void importingTakesOnlyScriptsLongerThanTwentyCharacters();
     void exportingWritesTheEditorTextAsGbk();
-    void helpOpensLocalPagesAndAboutShowsTheVersion();
+    void theConfigurationEditorSavesAppliesAndReloads();
+    void helpOpensLocalPages();
     void qtDialogsSpeakChinese();
 
 private:
-    // Answers the file dialog the menu action opens with `path`.
-    void chooseFile(QAction *action, const QString &path);
+    // Triggers the menu entry and types `path` into the file dialog it opens.
+    void chooseFile(OrvelAnalyst &window, const QString &entry, const QString &path);
+    QString file(const QString &name, const QString &text = {});
 
     QTemporaryDir m_workDir;
 };
 
-void MainWindowTest::initTestCase()
+void MainWindowTest::chooseFile(OrvelAnalyst &window, const QString &entry, const QString &path)
 {
-    QVERIFY(m_workDir.isValid());
-    QVERIFY(QDir::setCurrent(m_workDir.path()));
+    ModalWatcher watcher([&](QWidget *modal) {
+        QCOMPARE(modal->windowTitle(), entry);
+        auto *fileName = modal->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        QVERIFY(qobject_cast<QFileDialog *>(modal) && fileName);
+        fileName->setText(path);
+        static_cast<QDialog *>(modal)->accept(); // as "Open" or "Save" does
+    });
+    menuAction(window, QStringLiteral("文件"), entry)->trigger();
+    QCOMPARE(watcher.seen(), 1);
 }
 
-void MainWindowTest::chooseFile(QAction *action, const QString &path)
+QString MainWindowTest::file(const QString &name, const QString &text)
 {
-    QVERIFY(action);
-    QString title;
-    ModalWatcher watcher([&](QWidget *modal) {
-        auto *dialog = qobject_cast<QFileDialog *>(modal);
-        title = modal->windowTitle();
-        if (!dialog) {
-            modal->close();
-            return;
-        }
-        // Typed into the file name box, as a user would.
-        auto *fileName = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
-        QVERIFY(fileName);
-        fileName->setText(path);
-        static_cast<QDialog *>(dialog)->accept(); // as "Open" or "Save" does
-    });
-    action->trigger();
-    QCOMPARE(watcher.seen(), 1);
-    QCOMPARE(title, action->text());
+    QFile file(m_workDir.filePath(name));
+    if (!text.isEmpty() && file.open(QIODevice::WriteOnly))
+        file.write(TextFile::encode(text, TextEncoding::Gbk));
+    return file.fileName();
 }
 
 void MainWindowTest::theWindowOpensWithTitleMenusAndTheDefaultScript()
@@ -101,7 +71,6 @@ void MainWindowTest::theWindowOpensWithTitleMenusAndTheDefaultScript()
     window.show();
     QCOMPARE(window.windowTitle(), QStringLiteral("Orvel股票量化分析软件1.7.0.1"));
     QVERIFY(!window.windowIcon().isNull());
-
     QStringList menus;
     for (QAction *top : window.menuBar()->actions()) {
         QStringList entries{top->text()};
@@ -111,13 +80,12 @@ void MainWindowTest::theWindowOpensWithTitleMenusAndTheDefaultScript()
     }
     QCOMPARE(menus, (QStringList{"文件/导入脚本/导出脚本/关闭", "配置/数据配置", "帮助/疑问/帮助/关于"}));
 
-    const QString script = window.findChild<QTextEdit *>(QStringLiteral("scriptEdit"))->toPlainText();
+    const QString script = child<QTextEdit>(window, "scriptEdit")->toPlainText();
     QVERIFY(script.contains(QStringLiteral("buy.close,-1<ma,5,-1")));
-    QVERIFY(script.contains(QStringLiteral("1.7.0.1")));
-    QVERIFY(!script.contains(QStringLiteral("VERSION#")));
-    QVERIFY(window.findChild<QPushButton *>(QStringLiteral("runButton"))->isEnabled());
-    QVERIFY(!window.findChild<QPushButton *>(QStringLiteral("viewButton"))->isEnabled());
-    QVERIFY(window.findChild<QProgressBar *>(QStringLiteral("progressBar"))->isHidden());
+    QVERIFY(script.contains(QStringLiteral("1.7.0.1")) && !script.contains(QStringLiteral("VERSION#")));
+    QVERIFY(child<QPushButton>(window, "runButton")->isEnabled());
+    QVERIFY(!child<QPushButton>(window, "viewButton")->isEnabled());
+    QVERIFY(child<QProgressBar>(window, "progressBar")->isHidden());
 
     menuAction(window, QStringLiteral("文件"), QStringLiteral("关闭"))->trigger();
     QVERIFY(!window.isVisible());
@@ -127,24 +95,17 @@ void MainWindowTest::importingTakesOnlyScriptsLongerThanTwentyCharacters()
 {
     OrvelAnalyst window;
     window.show();
-    auto *editor = window.findChild<QTextEdit *>(QStringLiteral("scriptEdit"));
+    auto *editor = child<QTextEdit>(window, "scriptEdit");
     const QString original = editor->toPlainText();
-    QAction *import = menuAction(window, QStringLiteral("文件"), QStringLiteral("导入脚本"));
+    const QString twenty = QStringLiteral("buy.close,0>ma,5,0\n#");
+    const QString twentyOne = QStringLiteral("#线\nbuy.close,0>ma,5,0"); // characters, not GBK bytes, count
+    QCOMPARE(twenty.size() + 1, twentyOne.size());
 
-    const QString twenty = QStringLiteral("buy.close,0>ma,5,0\n#"); // 20 characters
-    QCOMPARE(twenty.size(), 20);
-    writeGbk(m_workDir.filePath(QStringLiteral("short.script")), twenty);
-    chooseFile(import, m_workDir.filePath(QStringLiteral("short.script")));
+    chooseFile(window, QStringLiteral("导入脚本"), file(QStringLiteral("short.script"), twenty));
     QCOMPARE(editor->toPlainText(), original);
-
-    const QString twentyOne = QStringLiteral("#线\nbuy.close,0>ma,5,0"); // 21 characters, Chinese included
-    QCOMPARE(twentyOne.size(), 21);
-    writeGbk(m_workDir.filePath(QStringLiteral("long.script")), twentyOne);
-    chooseFile(import, m_workDir.filePath(QStringLiteral("long.script")));
+    chooseFile(window, QStringLiteral("导入脚本"), file(QStringLiteral("long.script"), twentyOne));
     QCOMPARE(editor->toPlainText(), twentyOne);
-
-    // A file that cannot be read changes nothing.
-    window.importScript(m_workDir.filePath(QStringLiteral("missing.script")));
+    window.importScript(file(QStringLiteral("missing.script"))); // unreadable: nothing changes
     QCOMPARE(editor->toPlainText(), twentyOne);
 }
 
@@ -153,15 +114,42 @@ void MainWindowTest::exportingWritesTheEditorTextAsGbk()
     OrvelAnalyst window;
     window.show();
     const QString text = QStringLiteral("#测试\nbuy.k.旭日东升,0");
-    window.findChild<QTextEdit *>(QStringLiteral("scriptEdit"))->setPlainText(text);
-    const QString path = m_workDir.filePath(QStringLiteral("out.script"));
-    chooseFile(menuAction(window, QStringLiteral("文件"), QStringLiteral("导出脚本")), path);
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), TextFile::encode(text, TextEncoding::Gbk));
+    child<QTextEdit>(window, "scriptEdit")->setPlainText(text);
+    chooseFile(window, QStringLiteral("导出脚本"), file(QStringLiteral("out.script")));
+    QFile saved(file(QStringLiteral("out.script")));
+    QVERIFY(saved.open(QIODevice::ReadOnly));
+    QCOMPARE(saved.readAll(), TextFile::encode(text, TextEncoding::Gbk));
 }
 
-void MainWindowTest::helpOpensLocalPagesAndAboutShowsTheVersion()
+void MainWindowTest::theConfigurationEditorSavesAppliesAndReloads()
+{
+    OrvelAnalyst window;
+    runningConfig() = StrategyConfig();
+    // The built-in file has CR LF line ends; an editor keeps lines, not ends.
+    const QString builtIn = readTextFile(QStringLiteral(":qrc/config.conf")).remove(QLatin1Char('\r'));
+    const QString edited = builtIn + QStringLiteral("\n#单日两只\nconfig.trade.max.count,2\nconfig.trade.max.lost,-5.5");
+    const auto openEditor = [&window](const std::function<void(QTextEdit *)> &edit) {
+        ModalWatcher watcher([&](QWidget *modal) {
+            QVERIFY(qobject_cast<StockConfigWidget *>(modal) && modal->windowTitle() == QStringLiteral("基础配置"));
+            edit(static_cast<StockConfigWidget *>(modal)->editor());
+        });
+        menuAction(window, QStringLiteral("配置"), QStringLiteral("数据配置"))->trigger();
+        QCOMPARE(watcher.seen(), 1);
+    };
+    openEditor([&](QTextEdit *editor) {
+        QCOMPARE(editor->toPlainText(), builtIn); // no file yet: the defaults
+        editor->setPlainText(edited);
+        pressButton(editor->window(), QStringLiteral("确定"));
+    });
+    QFile saved(QStringLiteral("config.conf"));
+    QVERIFY(saved.open(QIODevice::ReadOnly));
+    QCOMPARE(saved.readAll(), TextFile::encode(edited, TextEncoding::Gbk));
+    QCOMPARE(runningConfig().maxCount, 2);
+    QCOMPARE(runningConfig().maxLost, -5.5f);
+    openEditor([&](QTextEdit *editor) { QCOMPARE(editor->toPlainText(), edited); });
+}
+
+void MainWindowTest::helpOpensLocalPages()
 {
     OrvelAnalyst window;
     UrlCatcher browser;
@@ -169,25 +157,14 @@ void MainWindowTest::helpOpensLocalPagesAndAboutShowsTheVersion()
     menuAction(window, QStringLiteral("帮助"), QStringLiteral("疑问"))->trigger();
     menuAction(window, QStringLiteral("帮助"), QStringLiteral("帮助"))->trigger();
     QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
-
     QCOMPARE(browser.urls.size(), 2);
     QCOMPARE(QFileInfo(browser.urls[1].toLocalFile()).fileName(), QStringLiteral("readme.htm"));
     QVERIFY(browser.urls[0] != browser.urls[1]);
     for (const QUrl &url : browser.urls) {
         QFile page(url.toLocalFile());
-        QVERIFY2(page.open(QIODevice::ReadOnly), qPrintable(url.toString()));
-        QVERIFY(page.readAll().contains("<title>"));
+        QVERIFY2(page.open(QIODevice::ReadOnly) && page.readAll().contains("<title>"), qPrintable(url.toString()));
     }
 
-    QString aboutText;
-    ModalWatcher watcher([&](QWidget *modal) {
-        for (QLabel *label : modal->findChildren<QLabel *>())
-            aboutText += label->text();
-        pressButton(modal, QStringLiteral("确定"));
-    });
-    menuAction(window, QStringLiteral("帮助"), QStringLiteral("关于"))->trigger();
-    QVERIFY(aboutText.contains(QStringLiteral("Orvel股票量化分析软件")));
-    QVERIFY(aboutText.contains(QStringLiteral("1.7.0.1")));
 }
 
 void MainWindowTest::qtDialogsSpeakChinese()
@@ -195,10 +172,8 @@ void MainWindowTest::qtDialogsSpeakChinese()
     if (!QFile::exists(QStringLiteral(":qrc/qt_zh_CN.qm")))
         QSKIP("Qt's Chinese catalogues were not found at build time");
     QTranslator translator;
-    QVERIFY(translator.load(QStringLiteral(":qrc/qt_zh_CN.qm")));
-    QVERIFY(QCoreApplication::installTranslator(&translator));
-    QCOMPARE(QCoreApplication::translate("QFileDialog", "Open"), QStringLiteral("打开"));
-    QCoreApplication::removeTranslator(&translator);
+    QVERIFY(translator.load(QStringLiteral(":qrc/qt_zh_CN.qm"))); // fails if a catalogue it names is missing
+    QCOMPARE(translator.translate("QFileDialog", "Open"), QStringLiteral("打开"));
 }
 
 QTEST_MAIN(MainWindowTest)

@@ -1,11 +1,12 @@
 #pragma once
 
 #include <QApplication>
+#include <QMainWindow>
+#include <QMenuBar>
 #include <QPointer>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
-#include <QWidget>
 
 #include <functional>
 
@@ -14,14 +15,11 @@
 // it and closes it; the test goes on once exec() returns.
 class ModalWatcher : public QObject {
 public:
-    using Handler = std::function<void(QWidget *modal)>;
-
-    explicit ModalWatcher(Handler handler) : m_handler(std::move(handler))
+    explicit ModalWatcher(std::function<void(QWidget *modal)> handler) : m_handler(std::move(handler))
     {
         connect(&m_timer, &QTimer::timeout, this, &ModalWatcher::poll);
         m_timer.start(20);
     }
-
     int seen() const { return m_seen; }
 
 private:
@@ -33,9 +31,11 @@ private:
         m_current = modal;
         ++m_seen;
         m_handler(modal);
+        if (m_current && m_current->isVisible()) // a failed check must not leave the test waiting
+            m_current->close();
     }
 
-    Handler m_handler;
+    std::function<void(QWidget *)> m_handler;
     QTimer m_timer;
     QPointer<QWidget> m_current;
     int m_seen = 0;
@@ -45,10 +45,24 @@ private:
 inline void pressButton(QWidget *window, const QString &text)
 {
     for (QPushButton *button : window->findChildren<QPushButton *>()) {
-        if (button->text() == text) {
-            QTest::mouseClick(button, Qt::LeftButton);
-            return;
-        }
+        if (button->text() == text)
+            return QTest::mouseClick(button, Qt::LeftButton);
     }
     QFAIL(qPrintable(QStringLiteral("no button %1").arg(text)));
+}
+
+inline QAction *menuAction(QMainWindow &window, const QString &menu, const QString &text)
+{
+    for (QAction *top : window.menuBar()->actions()) {
+        for (QAction *action : top->text() == menu ? top->menu()->actions() : QList<QAction *>()) {
+            if (action->text() == text)
+                return action;
+        }
+    }
+    return nullptr;
+}
+
+template <class Widget> Widget *child(const QWidget &window, const char *name)
+{
+    return window.findChild<Widget *>(QString::fromLatin1(name));
 }
