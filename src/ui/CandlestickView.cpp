@@ -9,7 +9,10 @@ constexpr double kDay = 86400; // keys are seconds; one candle per day position
 const QStringList kAverageNames{QStringLiteral("ma5"), QStringLiteral("ma10"), QStringLiteral("ma20")};
 const QColor kAxisColour(170, 170, 170);
 
-QString dateText(const Stock &bar) { return QString::fromLatin1(bar.date.data(), qsizetype(bar.date.size())); }
+QString dateText(const Stock &bar)
+{
+    return QString::fromLatin1(bar.date.data(), qsizetype(bar.date.size()));
+}
 
 } // namespace
 

@@ -27,7 +27,8 @@ QUrl url(Page page)
         copyFresh(QStringLiteral(":qrc/") + file, dir.filePath(file));
     copyFresh(QStringLiteral(":logo/orvel.png"), dir.filePath(QStringLiteral("orvel.png")));
 
-    const QString target = dir.filePath(page == Help ? QStringLiteral("readme.htm") : QStringLiteral("faq.htm"));
+    const QString target =
+        dir.filePath(page == Help ? QStringLiteral("readme.htm") : QStringLiteral("faq.htm"));
     return QFile::exists(target) ? QUrl::fromLocalFile(target) : QUrl();
 }
 

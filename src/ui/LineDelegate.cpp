@@ -11,7 +11,8 @@ LineDelegate::LineDelegate(QTableView *table) : QStyledItemDelegate(table)
     m_pen = QPen(QColor::fromRgba(static_cast<QRgb>(gridColour)), 0, table->gridStyle());
 }
 
-void LineDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+void LineDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                         const QModelIndex &index) const
 {
     QStyleOptionViewItem cell(option);
     cell.state &= ~QStyle::State_HasFocus;

@@ -12,7 +12,8 @@ class LineDelegate : public QStyledItemDelegate {
 public:
     explicit LineDelegate(QTableView *table);
 
-    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override;
 
 private:
     QPen m_pen;

@@ -51,8 +51,8 @@ OrvelWidget::OrvelWidget(QWidget *parent)
 
     // The worker emits on its own thread; queued delivery keeps every widget
     // change on this one, and the window repaints while a run goes on.
-    connect(m_thread, SIGNAL(updateStock(int, const QString &)), this, SLOT(onUpdateStock(int, const QString &)),
-            Qt::QueuedConnection);
+    connect(m_thread, SIGNAL(updateStock(int, const QString &)), this,
+            SLOT(onUpdateStock(int, const QString &)), Qt::QueuedConnection);
     connect(m_thread, SIGNAL(updateFinished()), this, SLOT(onUpdateFinished()), Qt::QueuedConnection);
 }
 

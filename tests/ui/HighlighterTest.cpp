@@ -46,7 +46,8 @@ private slots:
 
 void HighlighterTest::conditionsWithCommentsAndQuotes()
 {
-    const Script script(QStringLiteral("buy.close,0>ma,5,0 // a \"note\" end\nbuy.k.旭日东升,0\nconfig.trade.max.count,3"));
+    const Script script(
+        QStringLiteral("buy.close,0>ma,5,0 // a \"note\" end\nbuy.k.旭日东升,0\nconfig.trade.max.count,3"));
     QCOMPARE(script.colour(0, "close"), QColor(Qt::darkBlue));
     QCOMPARE(script.format(0, "close").fontWeight(), int(QFont::Bold));
     QCOMPARE(script.colour(0, "ma,"), QColor(Qt::darkBlue));
@@ -70,7 +71,8 @@ void HighlighterTest::namesBeforeParenthesesAndQtNames()
 
 void HighlighterTest::blockCommentsRunOverLines()
 {
-    Script script(QStringLiteral("buy.close,0>ma,5,0 /* off\nsale.close,0<ma,10,0\nstill */ buy.close,0>ma,5,0\nclose"));
+    Script script(QStringLiteral(
+        "buy.close,0>ma,5,0 /* off\nsale.close,0<ma,10,0\nstill */ buy.close,0>ma,5,0\nclose"));
     QCOMPARE(script.colour(0, "close"), QColor(Qt::darkBlue));
     QCOMPARE(script.colour(0, "off"), QColor(Qt::red));
     QCOMPARE(script.colour(1, "sale"), QColor(Qt::red));

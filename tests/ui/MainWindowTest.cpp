@@ -127,10 +127,12 @@ void MainWindowTest::theConfigurationEditorSavesAppliesAndReloads()
     runningConfig() = StrategyConfig();
     // The built-in file has CR LF line ends; an editor keeps lines, not ends.
     const QString builtIn = readTextFile(QStringLiteral(":qrc/config.conf")).remove(QLatin1Char('\r'));
-    const QString edited = builtIn + QStringLiteral("\n#单日两只\nconfig.trade.max.count,2\nconfig.trade.max.lost,-5.5");
+    const QString edited =
+        builtIn + QStringLiteral("\n#单日两只\nconfig.trade.max.count,2\nconfig.trade.max.lost,-5.5");
     const auto openEditor = [&window](const std::function<void(QTextEdit *)> &edit) {
         ModalWatcher watcher([&](QWidget *modal) {
-            QVERIFY(qobject_cast<StockConfigWidget *>(modal) && modal->windowTitle() == QStringLiteral("基础配置"));
+            QVERIFY(qobject_cast<StockConfigWidget *>(modal) &&
+                    modal->windowTitle() == QStringLiteral("基础配置"));
             edit(static_cast<StockConfigWidget *>(modal)->editor());
         });
         menuAction(window, QStringLiteral("配置"), QStringLiteral("数据配置"))->trigger();
@@ -162,7 +164,8 @@ void MainWindowTest::helpOpensLocalPages()
     QVERIFY(browser.urls[0] != browser.urls[1]);
     for (const QUrl &url : browser.urls) {
         QFile page(url.toLocalFile());
-        QVERIFY2(page.open(QIODevice::ReadOnly) && page.readAll().contains("<title>"), qPrintable(url.toString()));
+        QVERIFY2(page.open(QIODevice::ReadOnly) && page.readAll().contains("<title>"),
+                 qPrintable(url.toString()));
     }
 
 }

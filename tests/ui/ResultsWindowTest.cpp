@@ -32,7 +32,8 @@ QStringList column(const QTableWidget *table, int index)
 
 void clickRow(QTableWidget *table, int row)
 {
-    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, table->visualItemRect(table->item(row, 0)).center());
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
+                      table->visualItemRect(table->item(row, 0)).center());
 }
 
 QString dateOf(const Stock &bar) { return QString::fromLatin1(bar.date.data(), qsizetype(bar.date.size())); }
@@ -58,7 +59,9 @@ private:
 void ResultsWindowTest::initTestCase()
 {
     const QString bundled = QStringLiteral(ORVEL_SOURCE_DIR "/data");
-    m_config.kDir = QDir(bundled).isEmpty(QDir::Files) ? QStringLiteral(ORVEL_SHARED_DIR "/data/synthetic-market") : bundled;
+    m_config.kDir = QDir(bundled).isEmpty(QDir::Files)
+                        ? QStringLiteral(ORVEL_SHARED_DIR "/data/synthetic-market")
+                        : bundled;
     m_files = listStockFiles(m_config.kDir);
     if (m_files.isEmpty())
         QSKIP("no sample market");
@@ -124,7 +127,8 @@ void ResultsWindowTest::aTradeWhoseStockOrDayIsUnknownLeavesTheChartAlone()
     LoadedStocks stocks(m_files, m_config);
     StrategyViewWidget results;
     results.setStocks(&stocks);
-    results.fill({trade(m_series.code, dateOf(m_series.bars[30]), 10, 11), trade(m_series.code, "1990-01-01", 10, 11),
+    results.fill({trade(m_series.code, dateOf(m_series.bars[30]), 10, 11),
+                  trade(m_series.code, "1990-01-01", 10, 11),
                   trade("999999", dateOf(m_series.bars[30]), 10, 11)});
     results.show();
     clickRow(results.table(), 0);

@@ -21,7 +21,8 @@ namespace {
 QString sampleMarket()
 {
     const QString bundled = QStringLiteral(ORVEL_SOURCE_DIR "/data");
-    return QDir(bundled).isEmpty(QDir::Files) ? QStringLiteral(ORVEL_SHARED_DIR "/data/synthetic-market") : bundled;
+    return QDir(bundled).isEmpty(QDir::Files) ? QStringLiteral(ORVEL_SHARED_DIR "/data/synthetic-market")
+                                              : bundled;
 }
 
 QString defaultScriptFor(const QString &market)
@@ -60,7 +61,8 @@ struct RunSeen {
             rows << cells;
         }
         if (!rows.isEmpty())
-            QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, table->visualItemRect(table->item(0, 0)).center());
+            QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
+                              table->visualItemRect(table->item(0, 0)).center());
         chartTitle = results->chart()->titleText();
         results->close();
         resultsClosed = true;
@@ -129,7 +131,8 @@ void RunTest::aRunShowsTheSameTradesAsTheCommandLine()
     QProcess cli;
     cli.start(QStringLiteral(ORVEL_CLI), {"backtest", scriptFile.fileName(), "--out", "cli.csv"});
     QVERIFY(cli.waitForFinished(120000));
-    QCOMPARE(seen.boxes, QStringList(QStringLiteral("策略数据汇总|") + QString::fromUtf8(cli.readAllStandardOutput())));
+    QCOMPARE(seen.boxes,
+             QStringList(QStringLiteral("策略数据汇总|") + QString::fromUtf8(cli.readAllStandardOutput())));
 
     const QString csv = decodedFile(QStringLiteral("output.csv"));
     QCOMPARE(csv, decodedFile(QStringLiteral("cli.csv")));
@@ -145,7 +148,9 @@ void RunTest::aRunShowsTheSameTradesAsTheCommandLine()
 void RunTest::theWindowStaysResponsiveDuringALongRun()
 {
     // The sample files again and again under new codes; ORVEL_UI_RUN_STOCKS=5000 for a whole market.
-    const int stocks = qEnvironmentVariableIsSet("ORVEL_UI_RUN_STOCKS") ? qEnvironmentVariableIntValue("ORVEL_UI_RUN_STOCKS") : 600;
+    const int stocks = qEnvironmentVariableIsSet("ORVEL_UI_RUN_STOCKS")
+                           ? qEnvironmentVariableIntValue("ORVEL_UI_RUN_STOCKS")
+                           : 600;
     const QDir sample(sampleMarket());
     if (sample.isEmpty(QDir::Files))
         QSKIP("no sample market");
@@ -153,7 +158,8 @@ void RunTest::theWindowStaysResponsiveDuringALongRun()
     QDir market(m_workDir.filePath(QStringLiteral("market")));
     QVERIFY(market.mkpath(QStringLiteral(".")));
     for (int i = 0; i < stocks; ++i)
-        QVERIFY(QFile::copy(sample.filePath(files[i % files.size()]), market.filePath(QString::asprintf("%06d", i))));
+        QVERIFY(QFile::copy(sample.filePath(files[i % files.size()]),
+                            market.filePath(QString::asprintf("%06d", i))));
 
     OrvelAnalyst window;
     window.show();

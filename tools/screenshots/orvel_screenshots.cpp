@@ -108,7 +108,8 @@ int main(int argc, char *argv[])
     const QString data = QFileInfo(parser.value(dataOption)).absoluteFilePath();
     const QDir out(QFileInfo(parser.value(outOption)).absoluteFilePath());
     if (!QDir().mkpath(out.path()) || QDir(data).isEmpty(QDir::Files)) {
-        std::fprintf(stderr, "need a market in %s and a writable %s\n", qPrintable(data), qPrintable(out.path()));
+        std::fprintf(stderr, "need a market in %s and a writable %s\n", qPrintable(data),
+                     qPrintable(out.path()));
         return 1;
     }
 
