@@ -1,5 +1,6 @@
 #include "OrvelAnalyst.h"
 
+#include "DownloadDialog.h"
 #include "HelpPages.h"
 #include "OrvelAboutDlg.h"
 #include "OrvelTitle.h"
@@ -32,6 +33,7 @@ OrvelAnalyst::OrvelAnalyst(QWidget *parent) : QMainWindow(parent), m_workbench(n
     addMenuAction(file, QStringLiteral("关闭"), SLOT(close()));
     QMenu *settings = menuBar()->addMenu(QStringLiteral("配置"));
     addMenuAction(settings, QStringLiteral("数据配置"), SLOT(config()));
+    addMenuAction(settings, QStringLiteral("下载数据"), SLOT(downloadData()));
     QMenu *helpMenu = menuBar()->addMenu(QStringLiteral("帮助"));
     addMenuAction(helpMenu, QStringLiteral("疑问"), SLOT(question()));
     addMenuAction(helpMenu, QStringLiteral("帮助"), SLOT(help()));
@@ -77,6 +79,15 @@ void OrvelAnalyst::config()
 {
     StockConfigWidget editor(this);
     editor.exec();
+}
+
+// Not modal: the window stays usable while codes download; closing the
+// dialog cancels between requests, and files are only ever replaced whole.
+void OrvelAnalyst::downloadData()
+{
+    auto *dialog = new DownloadDialog(this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->show();
 }
 
 void OrvelAnalyst::question() { QDesktopServices::openUrl(HelpPages::url(HelpPages::Questions)); }

@@ -20,6 +20,7 @@ public slots:
     void loadScript();
     void saveScript();
     void config();
+    void downloadData();
     void question();
     void help();
     void about();

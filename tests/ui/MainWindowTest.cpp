@@ -2,6 +2,7 @@
 // scripts, edits the configuration and asks for help.
 #include "WidgetTestSupport.h"
 #include "market/TextFile.h"
+#include "ui/DownloadDialog.h"
 #include "ui/OrvelAnalyst.h"
 #include "ui/RunningConfig.h"
 #include "ui/StockConfigWidget.h"
@@ -78,7 +79,7 @@ void MainWindowTest::theWindowOpensWithTitleMenusAndTheDefaultScript()
             entries << action->text();
         menus << entries.join(QLatin1Char('/'));
     }
-    QCOMPARE(menus, (QStringList{"文件/导入脚本/导出脚本/关闭", "配置/数据配置", "帮助/疑问/帮助/关于"}));
+    QCOMPARE(menus, (QStringList{"文件/导入脚本/导出脚本/关闭", "配置/数据配置/下载数据", "帮助/疑问/帮助/关于"}));
 
     const QString script = child<QTextEdit>(window, "scriptEdit")->toPlainText();
     QVERIFY(script.contains(QStringLiteral("buy.close,-1<ma,5,-1")));
@@ -86,6 +87,12 @@ void MainWindowTest::theWindowOpensWithTitleMenusAndTheDefaultScript()
     QVERIFY(child<QPushButton>(window, "runButton")->isEnabled());
     QVERIFY(!child<QPushButton>(window, "viewButton")->isEnabled());
     QVERIFY(child<QProgressBar>(window, "progressBar")->isHidden());
+
+    // Downloading leaves the window usable.
+    menuAction(window, QStringLiteral("配置"), QStringLiteral("下载数据"))->trigger();
+    auto *download = window.findChild<DownloadDialog *>();
+    QVERIFY(download && download->isVisible() && !download->isModal());
+    download->close();
 
     menuAction(window, QStringLiteral("文件"), QStringLiteral("关闭"))->trigger();
     QVERIFY(!window.isVisible());
