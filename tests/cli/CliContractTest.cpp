@@ -9,20 +9,10 @@
 
 namespace {
 
-QString writeScript(const QTemporaryDir &dir, const QByteArray &text)
-{
+QString writeScript(const QTemporaryDir &dir, const QByteArray &text) {
     const QString path = dir.filePath(QStringLiteral("s.script"));
-    QFile file(path);
-    file.open(QIODevice::WriteOnly);
-    file.write(text);
+    writeTestFile(path, text);
     return path;
-}
-
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    file.open(QIODevice::ReadOnly);
-    return file.readAll();
 }
 
 const QString kSampleData = QStringLiteral(ORVEL_SOURCE_DIR "/data");
@@ -30,10 +20,10 @@ const QString kDefaultScript = QStringLiteral(ORVEL_SOURCE_DIR "/src/resources/d
 
 } // namespace
 
-TEST(CommandLine, CompileErrorsAndMissingDataAreReportedWithTheirExitCodes)
-{
+TEST(CommandLine, CompileErrorsAndMissingDataAreReportedWithTheirExitCodes) {
     QTemporaryDir dir;
-    CliRun run = runCli({"backtest", writeScript(dir, "buy.close,0>open,0\nbuy.close,0>=open,0")}, dir.path());
+    CliRun run =
+        runCli({"backtest", writeScript(dir, "buy.close,0>open,0\nbuy.close,0>=open,0")}, dir.path());
     EXPECT_EQ(run.exitCode, 2);
     EXPECT_TRUE(run.err.contains(QStringLiteral("预编译出错: 第:2行有错误"))) << run.err.toStdString();
 
@@ -41,19 +31,17 @@ TEST(CommandLine, CompileErrorsAndMissingDataAreReportedWithTheirExitCodes)
     EXPECT_EQ(run.exitCode, 2);
     EXPECT_TRUE(run.err.contains(QStringLiteral("预编译出错: 脚本缺少买点")));
 
-    run = runCli({"backtest", writeScript(dir, "buy.close,0>open,0"), "--data", dir.filePath("none")}, dir.path());
+    run = runCli({"backtest", writeScript(dir, "buy.close,0>open,0"), "--data", dir.filePath("none")},
+                 dir.path());
     EXPECT_EQ(run.exitCode, 3);
-    EXPECT_TRUE(run.err.contains(QStringLiteral("警告: 文件夹%1不存在或其中缺少股票文件").arg(dir.filePath("none"))));
+    EXPECT_TRUE(
+        run.err.contains(QStringLiteral("警告: 文件夹%1不存在或其中缺少股票文件").arg(dir.filePath("none"))));
     EXPECT_FALSE(QFile::exists(dir.filePath(QStringLiteral("output.csv"))));
 }
 
-TEST(CommandLine, ConfigurationComesFromTheWorkingDirectoryThenTheScriptThenData)
-{
+TEST(CommandLine, ConfigurationComesFromTheWorkingDirectoryThenTheScriptThenData) {
     QTemporaryDir dir;
-    QFile conf(dir.filePath(QStringLiteral("config.conf")));
-    conf.open(QIODevice::WriteOnly);
-    conf.write("config.source.k.dir,nowhere\r\n");
-    conf.close();
+    writeTestFile(dir.filePath(QStringLiteral("config.conf")), "config.source.k.dir,nowhere\r\n");
     const QString script = writeScript(dir, "buy.close,0>open,0");
     EXPECT_EQ(runCli({"backtest", script}, dir.path()).exitCode, 3);
     const CliRun run = runCli({"backtest", script, "--data", kSampleData}, dir.path());
@@ -61,31 +49,26 @@ TEST(CommandLine, ConfigurationComesFromTheWorkingDirectoryThenTheScriptThenData
     EXPECT_TRUE(run.out.startsWith(QStringLiteral("买卖次数:"))) << run.out.toStdString();
 }
 
-TEST(CommandLine, OutputIsTheSameForAnyNumberOfThreadsAndRuns)
-{
+TEST(CommandLine, OutputIsTheSameForAnyNumberOfThreadsAndRuns) {
     if (!QDir(kSampleData).exists())
         GTEST_SKIP() << "no sample data";
     QTemporaryDir dir;
     QStringList csvs;
     for (const char *jobs : {"1", "2", "2", "5"}) {
         const QString out = dir.filePath(QStringLiteral("o%1.csv").arg(csvs.size()));
-        const CliRun run = runCli({"backtest", kDefaultScript, "--data", kSampleData, "--out", out, "--jobs", jobs},
-                                  dir.path());
+        const CliRun run = runCli(
+            {"backtest", kDefaultScript, "--data", kSampleData, "--out", out, "--jobs", jobs}, dir.path());
         ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
-        csvs << QString::fromLatin1(readAll(out).toHex());
+        csvs << QString::fromLatin1(readTestFile(out).toHex());
     }
     EXPECT_FALSE(csvs[0].isEmpty());
     EXPECT_EQ(csvs.count(csvs[0]), 4);
 }
 
-TEST(CommandLine, EvalPrintsEveryTermPerBarAndRefusesBadTerms)
-{
+TEST(CommandLine, EvalPrintsEveryTermPerBarAndRefusesBadTerms) {
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("600000"));
-    QFile kline(file);
-    kline.open(QIODevice::WriteOnly);
-    kline.write("[[d0,1,10,10,10,5],[d1,1,11,12,10,6],[d2,1,12,13,11,7]]");
-    kline.close();
+    writeTestFile(file, "[[d0,1,10,10,10,5],[d1,1,11,12,10,6],[d2,1,12,13,11,7]]");
     CliRun run = runCli({"eval", file, "close,0", "k.红三兵,0", "ma,2,0"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.out, QStringLiteral("0\td0\tNA\tNA\tNA\n1\td1\t11.0\tNA\t10.5\n2\td2\t12.0\ttrue\t11.5\n"));

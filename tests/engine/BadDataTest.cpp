@@ -10,15 +10,7 @@
 
 namespace {
 
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
-
-QByteArray goodDays(int days)
-{
+QByteArray goodDays(int days) {
     QByteArray text = "[[";
     for (int i = 0; i < days; ++i)
         text += (i ? "],[" : "") + QByteArray("2020-01-") + QByteArray::number(10 + i) + ",10,10,10,10," +
@@ -28,36 +20,41 @@ QByteArray goodDays(int days)
 
 } // namespace
 
-TEST(BadData, AWholeDirectoryOfBrokenFilesRunsThroughAndLogsWhatCannotBeOpened)
-{
+TEST(BadData, AWholeDirectoryOfBrokenFilesRunsThroughAndLogsWhatCannotBeOpened) {
     QTemporaryDir dir;
     QByteArray binary(4096, '\0');
     for (int i = 0; i < binary.size(); ++i)
         binary[i] = char(i * 131 % 256);
-    writeFile(dir.filePath("600001"), "");
-    writeFile(dir.filePath("600002"), binary);
-    writeFile(dir.filePath("600003"), goodDays(9).left(77));
-    writeFile(dir.filePath("600004"), "[[d1,1,2,3,4],[d2,1,2,3,4],[d3,1,2,3,4],[d4,1,2,3,4],[d5,1,2,3,4],[d6,1,2,3,4],[d7,1,2,3,4]]");
-    writeFile(dir.filePath("600005"), QByteArray(goodDays(9)).replace(",10,10,", ",1e999,99999999999999999999999999,"));
-    writeFile(dir.filePath("600006"), QByteArray(goodDays(9)).replace(",10,10,", ",nan,-inf,"));
-    writeFile(dir.filePath("ab"), goodDays(9));              // too short to carry a code
-    writeFile(dir.filePath("sh600007"), goodDays(9));        // no bare "600007" beside it
-    QDir(dir.path()).mkdir(QStringLiteral("600008"));       // a folder where the file should be
-    writeFile(dir.filePath("sz600008"), goodDays(9));
-    writeFile(dir.filePath("600010"), goodDays(9));
+    const std::pair<const char *, QByteArray> files[] = {
+        {"600001", ""},
+        {"600002", binary},
+        {"600003", goodDays(9).left(77)},
+        {"600004",
+         "[[d1,1,2,3,4],[d2,1,2,3,4],[d3,1,2,3,4],[d4,1,2,3,4],[d5,1,2,3,4],[d6,1,2,3,4],[d7,1,2,3,4]]"},
+        {"600005", goodDays(9).replace(",10,10,", ",1e999,99999999999999999999999999,")},
+        {"600006", goodDays(9).replace(",10,10,", ",nan,-inf,")},
+        {"ab", goodDays(9)},       // too short to carry a code
+        {"sh600007", goodDays(9)}, // no bare "600007" beside it
+        {"sz600008", goodDays(9)}, // "600008" is a folder
+        {"600010", goodDays(9)},
+    };
+    for (const auto &[name, bytes] : files)
+        ASSERT_TRUE(writeTestFile(dir.filePath(QString::fromLatin1(name)), bytes));
+    QDir(dir.path()).mkdir(QStringLiteral("600008"));
 
     StrategyConfig config;
     config.kDir = dir.path();
     config.salePoint = QStringLiteral("close");
     config.maxHoldDay = 1;
     LogCapture log;
-    const TradeBook book = BacktestEngine(QStringLiteral("buy.vol,0>value,100"), config)
-                               .run(listStockFiles(dir.path()), 2);
+    const TradeBook book =
+        BacktestEngine(QStringLiteral("buy.vol,0>value,100"), config).run(listStockFiles(dir.path()), 2);
 
     // The signal on the seventh day buys on the eighth, sold the same day.
     // Unreadable numbers read 0: a gap from or to 0 is no buy.
     EXPECT_EQ(outputCsvText(book), QStringLiteral("600010,2020-01-17,10,2020-01-17,10,1,持股时间到期\n"));
     QStringList failures = log.lines().filter(QStringLiteral("open file failed:"));
-    EXPECT_EQ(failures.size(), 3) << log.lines().join(QLatin1Char('\n')).toStdString(); // ab, sh600007, sz600008
+    EXPECT_EQ(failures.size(), 3)
+        << log.lines().join(QLatin1Char('\n')).toStdString(); // ab, sh600007, sz600008
     EXPECT_EQ(log.lines().size(), failures.size());
 }

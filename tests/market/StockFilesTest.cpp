@@ -14,20 +14,12 @@ namespace {
 const char kSevenDays[] = "[[d1,1,1,1,1,1],[d2,1,1,1,1,1],[d3,1,1,1,1,1],[d4,1,1,1,1,1],"
                           "[d5,1,1,1,1,1],[d6,1,1,1,1,1],[d7,1,1,1,1,1]]";
 
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
-
 } // namespace
 
-TEST(DataDirectory, ListsRegularVisibleFilesByNameIgnoringCase)
-{
+TEST(DataDirectory, ListsRegularVisibleFilesByNameIgnoringCase) {
     QTemporaryDir dir;
     for (const char *name : {"600001", "SH600002", "sh600000", ".600003"})
-        writeFile(dir.filePath(QString::fromLatin1(name)), "x");
+        ASSERT_TRUE(writeTestFile(dir.filePath(QString::fromLatin1(name)), "x"));
     QDir(dir.path()).mkdir(QStringLiteral("600004"));
     QFile::link(dir.filePath(QStringLiteral("600001")), dir.filePath(QStringLiteral("600005")));
 
@@ -38,11 +30,10 @@ TEST(DataDirectory, ListsRegularVisibleFilesByNameIgnoringCase)
     EXPECT_TRUE(listStockFiles(dir.filePath(QStringLiteral("missing"))).isEmpty());
 }
 
-TEST(DataDirectory, APrefixedNameIsReadThroughItsBareCode)
-{
+TEST(DataDirectory, APrefixedNameIsReadThroughItsBareCode) {
     QTemporaryDir dir;
-    writeFile(dir.filePath(QStringLiteral("sh688006")), "garbage, not read");
-    writeFile(dir.filePath(QStringLiteral("688006")), kSevenDays);
+    ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("sh688006")), "garbage, not read"));
+    ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("688006")), kSevenDays));
     StrategyConfig config;
     config.kDir = dir.path();
     StockLoader loader;
@@ -57,11 +48,11 @@ TEST(DataDirectory, APrefixedNameIsReadThroughItsBareCode)
     EXPECT_TRUE(log.lines()[0].startsWith(QStringLiteral("open file failed:")));
 }
 
-TEST(DataDirectory, SixDaysAreTooFewAndOtherFormatsReadNothing)
-{
+TEST(DataDirectory, SixDaysAreTooFewAndOtherFormatsReadNothing) {
     QTemporaryDir dir;
-    writeFile(dir.filePath(QStringLiteral("600000")), QByteArray(kSevenDays).replace(",[d7,1,1,1,1,1]", ""));
-    writeFile(dir.filePath(QStringLiteral("600001")), kSevenDays);
+    ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("600000")),
+                              QByteArray(kSevenDays).replace(",[d7,1,1,1,1,1]", "")));
+    ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("600001")), kSevenDays));
     StrategyConfig config;
     config.kDir = dir.path();
     StockLoader loader;

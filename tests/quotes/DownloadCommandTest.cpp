@@ -1,4 +1,5 @@
 #include "LocalQuoteServer.h"
+#include "TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -18,8 +19,8 @@ struct CliResult {
 };
 
 // Runs orvel-cli while our event loop keeps the local server answering.
-CliResult runCli(const QStringList &arguments, const QString &workingDirectory, const QString &quoteHost = {})
-{
+CliResult runCli(const QStringList &arguments, const QString &workingDirectory,
+                 const QString &quoteHost = {}) {
     ensureApplication();
     QProcess process;
     process.setWorkingDirectory(workingDirectory);
@@ -41,23 +42,9 @@ CliResult runCli(const QStringList &arguments, const QString &workingDirectory, 
             QString::fromUtf8(process.readAllStandardError())};
 }
 
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
-
 } // namespace
 
-TEST(DownloadCommand, DownloadedFilesFeedABacktest)
-{
+TEST(DownloadCommand, DownloadedFilesFeedABacktest) {
     LocalQuoteServer server;
     const QByteArray first = serviceReply(QStringLiteral("sh600000"), risingDays(30));
     const QByteArray second = serviceReply(QStringLiteral("sz000001"), risingDays(20));
@@ -73,22 +60,22 @@ TEST(DownloadCommand, DownloadedFilesFeedABacktest)
     EXPECT_TRUE(run.out.contains(QStringLiteral("[1/2] 600000"))) << run.out.toStdString();
     EXPECT_TRUE(run.out.contains(QStringLiteral("[2/2] 000001")));
     EXPECT_TRUE(run.out.contains(QStringLiteral("2 个已保存 / saved, 0 个失败")));
-    EXPECT_EQ(readAll(data + QStringLiteral("/600000")), first);
-    EXPECT_EQ(readAll(data + QStringLiteral("/000001")), second);
+    EXPECT_EQ(readTestFile(data + QStringLiteral("/600000")), first);
+    EXPECT_EQ(readTestFile(data + QStringLiteral("/000001")), second);
     EXPECT_TRUE(server.requests()[0].target.contains("param=sh600000,day,,,480,qfq&"));
     EXPECT_EQ(QDir(data).entryList(QDir::Files).size(), 2); // no temporary file left behind
 
-    writeFile(work.filePath(QStringLiteral("s.script")), "config.trade.max.hold.day,3\nbuy.close,0>open,0");
+    ASSERT_TRUE(writeTestFile(work.filePath(QStringLiteral("s.script")),
+                              "config.trade.max.hold.day,3\nbuy.close,0>open,0"));
     const QString csv = work.filePath(QStringLiteral("trades.csv"));
     run = runCli({"backtest", "s.script", "--data", data, "--out", csv}, work.path());
     EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
-    const QByteArray trades = readAll(csv);
+    const QByteArray trades = readTestFile(csv);
     EXPECT_TRUE(trades.startsWith("000001,") || trades.contains("\n000001,")) << trades.constData();
     EXPECT_TRUE(trades.contains("600000,"));
 }
 
-TEST(DownloadCommand, FailedAndRefusedCodesLeaveEveryFileAsItWas)
-{
+TEST(DownloadCommand, FailedAndRefusedCodesLeaveEveryFileAsItWas) {
     LocalQuoteServer server;
     server.setReply(QStringLiteral("sh600001"), {404, "no such page"});
     server.setReply(QStringLiteral("sh600002"), {200, "{\"code\":-1,\"msg\":\"param error\"}"});
@@ -99,9 +86,9 @@ TEST(DownloadCommand, FailedAndRefusedCodesLeaveEveryFileAsItWas)
     QDir().mkpath(data);
     const QByteArray previous = "[[\"2023-12-29\",\"1\",\"1\",\"1\",\"1\",\"1\"]]";
     for (const char *code : {"600001", "600002", "600003"})
-        writeFile(data + QLatin1Char('/') + QLatin1String(code), previous);
-    writeFile(work.filePath(QStringLiteral("codes.txt")),
-              "600001, 600002\n600003\n../../x 60000a sh600004\n");
+        ASSERT_TRUE(writeTestFile(data + QLatin1Char('/') + QLatin1String(code), previous));
+    ASSERT_TRUE(writeTestFile(work.filePath(QStringLiteral("codes.txt")),
+                              "600001, 600002\n600003\n../../x 60000a sh600004\n"));
 
     const CliResult run = runCli({"download", "--codes-file", "codes.txt"}, work.path(), server.host());
     EXPECT_EQ(run.exitCode, 4);
@@ -111,13 +98,12 @@ TEST(DownloadCommand, FailedAndRefusedCodesLeaveEveryFileAsItWas)
     EXPECT_TRUE(run.out.contains(QStringLiteral("0 个已保存 / saved, 6 个失败"))) << run.out.toStdString();
     EXPECT_EQ(server.requests().size(), 3u);
     for (const char *code : {"600001", "600002", "600003"})
-        EXPECT_EQ(readAll(data + QLatin1Char('/') + QLatin1String(code)), previous) << code;
+        EXPECT_EQ(readTestFile(data + QLatin1Char('/') + QLatin1String(code)), previous) << code;
     EXPECT_EQ(QDir(data).entryList(QDir::Files).size(), 3);
     EXPECT_FALSE(QFile::exists(work.filePath(QStringLiteral("../x"))));
 }
 
-TEST(DownloadCommand, BadOptionsAreUsageErrorsBeforeAnyRequest)
-{
+TEST(DownloadCommand, BadOptionsAreUsageErrorsBeforeAnyRequest) {
     QTemporaryDir work;
     const QList<QStringList> cases = {
         {"600000", "--adjust", "xfq"}, {"600000", "--period", "year"}, {}, {"--codes-file", "missing.txt"}};
