@@ -21,13 +21,15 @@ namespace {
 constexpr int kStocks = 5000;
 constexpr int kDays = 4000;
 
-std::string catCommand(const QString &dir) {
+std::string catCommand(const QString &dir)
+{
     return "find '" + dir.toStdString() + "' -type f -exec cat {} + > /dev/null";
 }
 
 // The market, generated when missing and read once so that every benchmark
 // starts from the page cache.
-QString marketDir() {
+QString marketDir()
+{
     static const QString prepared = [] {
         const char *custom = std::getenv("ORVEL_BENCH_MARKET");
         const QString dir = custom ? QString::fromLocal8Bit(custom) : QStringLiteral(ORVEL_BENCH_MARKET);
@@ -57,13 +59,15 @@ const QString kAllIndicators = QStringLiteral(
     "buy.k.红三兵,0|increase,0>value,0\nsale.close,0<ma,10,0\nsale.boll.upper,0<high,0\n"
     "sale.macd.diff,0<macd.dea,0|dmi.adxr,14,6,0>value,50\nsale.k.乌云盖顶,0|kdj.k,0>value,90");
 
-double peakMegabytes() {
+double peakMegabytes()
+{
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
     return double(usage.ru_maxrss) / 1024;
 }
 
-void backtest(benchmark::State &state, const QString &scriptText) {
+void backtest(benchmark::State &state, const QString &scriptText)
+{
     const QString dir = marketDir();
     StrategyConfig config;
     Script script;
@@ -81,16 +85,16 @@ void backtest(benchmark::State &state, const QString &scriptText) {
     state.counters["peakMB"] = peakMegabytes();
 }
 
-void defaultScript(benchmark::State &state) {
+void defaultScript(benchmark::State &state)
+{
     backtest(state, readTextFile(QStringLiteral(ORVEL_SOURCE_DIR "/src/resources/default.script")));
 }
 
-void everyIndicator(benchmark::State &state) {
-    backtest(state, kAllIndicators);
-}
+void everyIndicator(benchmark::State &state) { backtest(state, kAllIndicators); }
 
 // What the operating system alone needs to hand over the files.
-void catFiles(benchmark::State &state) {
+void catFiles(benchmark::State &state)
+{
     const std::string command = catCommand(marketDir());
     for (auto _ : state) {
         if (std::system(command.c_str()) != 0)

@@ -13,9 +13,7 @@
 #include <string>
 
 // Readable failures: texts as themselves, not as code units.
-inline void PrintTo(const QString &text, std::ostream *out) {
-    *out << '"' << text.toStdString() << '"';
-}
+inline void PrintTo(const QString &text, std::ostream *out) { *out << '"' << text.toStdString() << '"'; }
 
 // One day for hand-made series: date, open, close, high, low, volume.
 struct Day {
@@ -24,7 +22,8 @@ struct Day {
 };
 
 // K-line text of the given days, quoted as the quote service writes it.
-inline std::string klineText(std::initializer_list<Day> days) {
+inline std::string klineText(std::initializer_list<Day> days)
+{
     std::string text = "kline_dayhfq={\"data\":[";
     char day[256];
     for (const Day &d : days) {
@@ -35,7 +34,8 @@ inline std::string klineText(std::initializer_list<Day> days) {
     return text.append("]}");
 }
 
-inline StockSeries seriesOf(std::initializer_list<Day> days, const char *code = "600000") {
+inline StockSeries seriesOf(std::initializer_list<Day> days, const char *code = "600000")
+{
     StockSeries series;
     parseKLineText(klineText(days), series);
     series.code = QString::fromLatin1(code);
@@ -45,7 +45,8 @@ inline StockSeries seriesOf(std::initializer_list<Day> days, const char *code = 
 // Collects the program's log lines while alive.
 class LogCapture {
 public:
-    LogCapture() {
+    LogCapture()
+    {
         s_lines.clear();
         m_previous = qInstallMessageHandler(
             [](QtMsgType, const QMessageLogContext &, const QString &message) { s_lines.append(message); });
@@ -58,16 +59,16 @@ private:
     QtMessageHandler m_previous;
 };
 
-inline bool writeTestFile(const QString &path, const QByteArray &bytes) {
+inline bool writeTestFile(const QString &path, const QByteArray &bytes)
+{
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }
 
-inline QByteArray readTestFile(const QString &path) {
+inline QByteArray readTestFile(const QString &path)
+{
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-inline QString sharedDir() {
-    return QStringLiteral(ORVEL_SHARED_DIR);
-}
+inline QString sharedDir() { return QStringLiteral(ORVEL_SHARED_DIR); }

@@ -104,13 +104,10 @@ private:
     {
         switch (kind) {
         case DayKind::LimitUp:
-        case DayKind::SealedUp:
-            return limitUp();
+        case DayKind::SealedUp: return limitUp();
         case DayKind::LimitDown:
-        case DayKind::SealedDown:
-            return limitDown();
-        case DayKind::Normal:
-            break;
+        case DayKind::SealedDown: return limitDown();
+        case DayKind::Normal: break;
         }
         // News piles up during a suspension; the first day back moves more.
         double move = m_drift + m_volatility * m_random.normal() * (resumed ? 2.5 : 1.0);

@@ -279,10 +279,7 @@ CrashHandler::CrashHandler()
 
 CrashHandler::~CrashHandler() = default;
 
-void CrashHandler::protectCurrentThread()
-{
-    thread_local AltStack stack;
-}
+void CrashHandler::protectCurrentThread() { thread_local AltStack stack; }
 
 // Constructed before main, so faults during start-up are reported too.
 static CrashHandler crashHandler;

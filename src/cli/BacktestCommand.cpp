@@ -27,14 +27,17 @@ QString readOptions(const QStringList &arguments, BacktestOptions &options)
     parser.setApplicationDescription(QStringLiteral("Backtests SCRIPT over the data directory."));
     parser.addHelpOption();
     parser.addPositionalArgument(QStringLiteral("SCRIPT"), QStringLiteral("the strategy script"));
-    const QCommandLineOption data(QStringLiteral("data"), QStringLiteral("K-line directory"), QStringLiteral("DIR"));
+    const QCommandLineOption data(QStringLiteral("data"), QStringLiteral("K-line directory"),
+                                  QStringLiteral("DIR"));
     const QCommandLineOption out(QStringLiteral("out"), QStringLiteral("CSV file"), QStringLiteral("FILE"),
                                  options.out);
     const QCommandLineOption config(QStringLiteral("config"), QStringLiteral("configuration file"),
                                     QStringLiteral("FILE"));
-    const QCommandLineOption jobs(QStringLiteral("jobs"), QStringLiteral("worker threads"), QStringLiteral("N"));
-    const QCommandLineOption encoding(QStringLiteral("encoding"), QStringLiteral("CSV encoding: gbk or utf-8"),
-                                      QStringLiteral("NAME"), QStringLiteral("gbk"));
+    const QCommandLineOption jobs(QStringLiteral("jobs"), QStringLiteral("worker threads"),
+                                  QStringLiteral("N"));
+    const QCommandLineOption encoding(QStringLiteral("encoding"),
+                                      QStringLiteral("CSV encoding: gbk or utf-8"), QStringLiteral("NAME"),
+                                      QStringLiteral("gbk"));
     parser.addOptions({data, out, config, jobs, encoding});
     if (!parser.parse(arguments))
         return parser.errorText();
@@ -66,7 +69,8 @@ int run(const BacktestOptions &options)
 {
     StrategyConfig config;
     if (!options.config.isEmpty() && !QFileInfo(options.config).isReadable()) {
-        CliOutput::err(QStringLiteral("无法读取配置文件 / cannot read configuration: %1\n").arg(options.config));
+        CliOutput::err(
+            QStringLiteral("无法读取配置文件 / cannot read configuration: %1\n").arg(options.config));
         return Commands::UsageError;
     }
     config.loadConfigFile(options.config.isEmpty() ? QStringLiteral("config.conf") : options.config);
@@ -92,9 +96,10 @@ int run(const BacktestOptions &options)
         return Commands::NoData;
     }
     CliOutput::ProgressBar progress;
-    const TradeBook book = BacktestEngine(text, config).run(files, options.jobs, [&progress](int percent, const QString &) {
-        progress.show(percent);
-    });
+    const TradeBook book =
+        BacktestEngine(text, config).run(files, options.jobs, [&progress](int percent, const QString &) {
+            progress.show(percent);
+        });
     const QString writeError = writeOutputCsv(options.out, book, options.encoding);
     if (!writeError.isEmpty())
         CliOutput::err(QStringLiteral("无法写入 / cannot write %1: %2\n").arg(options.out, writeError));

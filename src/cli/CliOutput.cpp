@@ -63,7 +63,9 @@ QString shortestReal(double value)
         text += digits.front();
         if (digits.size() > 1)
             text += QLatin1Char('.') + digits.sliced(1);
-        text += QStringLiteral("e%1%2").arg(exponent < 0 ? '-' : '+').arg(std::abs(exponent), 2, 10, QLatin1Char('0'));
+        text += QStringLiteral("e%1%2")
+                    .arg(exponent < 0 ? '-' : '+')
+                    .arg(std::abs(exponent), 2, 10, QLatin1Char('0'));
     } else if (exponent < 0) {
         text += QStringLiteral("0.") + QString(-exponent - 1, QLatin1Char('0')) + digits;
     } else if (digits.size() <= exponent + 1) {

@@ -19,9 +19,10 @@ void TradeBook::applyDayLimit(int maxCount, const QString &buyOrder)
     for (auto &[date, records] : m_entries) {
         if (records.size() <= keep)
             continue;
-        std::stable_sort(records.begin(), records.end(), [descending](const TradeRecord &a, const TradeRecord &b) {
-            return descending ? a.volumeKey > b.volumeKey : a.volumeKey < b.volumeKey;
-        });
+        std::stable_sort(records.begin(), records.end(),
+                         [descending](const TradeRecord &a, const TradeRecord &b) {
+                             return descending ? a.volumeKey > b.volumeKey : a.volumeKey < b.volumeKey;
+                         });
         records.resize(keep);
     }
 }

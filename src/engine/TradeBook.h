@@ -15,7 +15,10 @@ public:
     using Entries = std::map<QString, QList<TradeRecord>>;
 
     void file(const TradeRecord &record) { m_entries[record.buyDate].append(record); }
-    void fileDay(const QString &buyDate, QList<TradeRecord> records) { m_entries[buyDate] = std::move(records); }
+    void fileDay(const QString &buyDate, QList<TradeRecord> records)
+    {
+        m_entries[buyDate] = std::move(records);
+    }
     void clear() { m_entries.clear(); }
     bool isEmpty() const { return m_entries.empty(); }
     const Entries &entries() const { return m_entries; }
@@ -56,7 +59,7 @@ private:
 
     qsizetype m_keep;
     bool m_descending;
-    std::vector<int> m_slots;   // TradeDate slot -> index in m_dated, or -1
+    std::vector<int> m_slots; // TradeDate slot -> index in m_dated, or -1
     std::vector<std::pair<QString, Day>> m_dated;
     QHash<QString, Day> m_otherDays; // dates of other forms, pending buys among them
 };

@@ -4,7 +4,8 @@ namespace {
 thread_local IndicatorCache *t_current = nullptr;
 }
 
-const IndicatorCache::Results &IndicatorCache::results(const QString &key, StockBars bars, const Factory &make)
+const IndicatorCache::Results &IndicatorCache::results(const QString &key, StockBars bars,
+                                                       const Factory &make)
 {
     Entry *entry = nullptr;
     for (Entry &candidate : m_entries) {

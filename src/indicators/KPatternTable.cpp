@@ -153,9 +153,9 @@ bool piercing(const Bars &b)
 }
 bool sharpThreeSoldiers(const Bars &b)
 {
-    return b.n() >= 3 && isSolidBody(b[2]) && isSolidBody(b[0]) && !isSolidBody(b[1]) && b[0].increase >= 3.6f &&
-           b[0].close >= b[0].open && b[0].close > b[1].high && yang(b[2]) && b[1].low > b[2].close &&
-           body(b[1]) <= 0.5 * upperShadow(b[1]);
+    return b.n() >= 3 && isSolidBody(b[2]) && isSolidBody(b[0]) && !isSolidBody(b[1]) &&
+           b[0].increase >= 3.6f && b[0].close >= b[0].open && b[0].close > b[1].high && yang(b[2]) &&
+           b[1].low > b[2].close && body(b[1]) <= 0.5 * upperShadow(b[1]);
 }
 bool bullishHarami(const Bars &b)
 {
@@ -164,16 +164,16 @@ bool bullishHarami(const Bars &b)
 }
 bool morningStar(const Bars &b)
 {
-    return b.n() >= 3 && yin(b[2]) && b[1].high <= b[2].close && b[0].open >= b[1].high && top(b[1]) <= b[2].low &&
-           top(b[1]) <= b[0].low && shadowRatio(b[1]) >= 3.0 && yang(b[0]) && isSolidBody(b[0]) &&
-           b[0].close >= b[2].close + 0.5 * (b[2].open - b[2].close);
+    return b.n() >= 3 && yin(b[2]) && b[1].high <= b[2].close && b[0].open >= b[1].high &&
+           top(b[1]) <= b[2].low && top(b[1]) <= b[0].low && shadowRatio(b[1]) >= 3.0 && yang(b[0]) &&
+           isSolidBody(b[0]) && b[0].close >= b[2].close + 0.5 * (b[2].open - b[2].close);
 }
 // Needs four bars although it reads three: kept as the rule.
 bool eveningStar(const Bars &b)
 {
-    return b.n() >= 4 && b[2].increase > 4.0 && isSolidBody(b[2]) && isSolidBody(b[0]) && !isSolidBody(b[1]) &&
-           yang(b[2]) && yin(b[0]) && shadowRatio(b[1]) >= 3.0 && b[1].open >= b[2].close &&
-           b[1].close >= b[0].open;
+    return b.n() >= 4 && b[2].increase > 4.0 && isSolidBody(b[2]) && isSolidBody(b[0]) &&
+           !isSolidBody(b[1]) && yang(b[2]) && yin(b[0]) && shadowRatio(b[1]) >= 3.0 &&
+           b[1].open >= b[2].close && b[1].close >= b[0].open;
 }
 bool twoCrows(const Bars &b)
 {
@@ -183,12 +183,14 @@ bool twoCrows(const Bars &b)
 bool counterattack(const Bars &b)
 {
     return b.n() >= 3 && b[1].increase <= -3.0 && yin(b[1]) && b[0].open < b[1].close && yang(b[0]) &&
-           100 * (b[0].close - b[0].open) / b[0].open >= 3.0 && isNear(b[0].close, b[1].close, 0.005 * b[1].close);
+           100 * (b[0].close - b[0].open) / b[0].open >= 3.0 &&
+           isNear(b[0].close, b[1].close, 0.005 * b[1].close);
 }
 // The exclusion clause compares B1's open with B3's close: kept as the rule.
 bool risingThreeMethods(const Bars &b)
 {
-    return b.n() >= 5 && isSolidBody(b[4]) && isSolidBody(b[0]) && b[4].close >= b[4].open && b[4].increase > 3.0 &&
+    return b.n() >= 5 && isSolidBody(b[4]) && isSolidBody(b[0]) && b[4].close >= b[4].open &&
+           b[4].increase > 3.0 &&
            !(b[3].close >= b[3].open && b[2].close >= b[2].open && b[1].open <= b[3].close) && yang(b[0]) &&
            b[0].close > b[4].close && b[1].low >= b[4].low && b[2].low >= b[4].low && b[3].low >= b[4].low &&
            b[4].close >= b[3].close && b[3].close >= b[2].close && b[2].close >= b[1].close;
@@ -196,10 +198,11 @@ bool risingThreeMethods(const Bars &b)
 // Compares B2's high with B3's open: kept as the rule.
 bool fallingThreeMethods(const Bars &b)
 {
-    return b.n() >= 5 && isSolidBody(b[0]) && isSolidBody(b[4]) && yin(b[0]) && b[0].increase < -3.0 && yang(b[1]) &&
-           yang(b[2]) && yang(b[3]) && yin(b[4]) && b[1].close < b[4].close && b[2].close < b[4].close &&
-           b[3].close < b[4].close && b[4].low <= b[3].low && b[3].low <= b[2].low && b[2].low <= b[1].low &&
-           b[0].close <= b[4].close && b[1].high <= b[4].open && b[2].high <= b[3].open && b[3].high <= b[4].open;
+    return b.n() >= 5 && isSolidBody(b[0]) && isSolidBody(b[4]) && yin(b[0]) && b[0].increase < -3.0 &&
+           yang(b[1]) && yang(b[2]) && yang(b[3]) && yin(b[4]) && b[1].close < b[4].close &&
+           b[2].close < b[4].close && b[3].close < b[4].close && b[4].low <= b[3].low &&
+           b[3].low <= b[2].low && b[2].low <= b[1].low && b[0].close <= b[4].close &&
+           b[1].high <= b[4].open && b[2].high <= b[3].open && b[3].high <= b[4].open;
 }
 
 template <bool (*rule)(const Bars &)>

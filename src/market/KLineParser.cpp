@@ -201,8 +201,7 @@ void parseKLineText(std::string_view text, StockSeries &series)
         return;
 
     // Everything else: drop the quotes, then split at "],[" and ",".
-    const std::string_view rest =
-        upToListClosing(opened.substr(size_t(quoted.cursor() - opened.data())));
+    const std::string_view rest = upToListClosing(opened.substr(size_t(quoted.cursor() - opened.data())));
     char *clean = quoted.datesEnd();
     ItemScanner scanner(clean, clean + copyWithoutQuotes(rest, clean));
     while (!scanner.atEnd()) {

@@ -5,7 +5,8 @@
 #include "TextFile.h"
 #include "script/StrategyConfig.h"
 
-bool StockLoader::loadStockSeries(const QString &listedPath, const StrategyConfig &config, StockSeries &series)
+bool StockLoader::loadStockSeries(const QString &listedPath, const StrategyConfig &config,
+                                  StockSeries &series)
 {
     series.clear();
     series.code = stockCodeOf(listedPath);

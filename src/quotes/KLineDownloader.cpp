@@ -9,10 +9,7 @@
 
 KLineDownloader::KLineDownloader(QObject *parent) : QObject(parent) {}
 
-KLineDownloader::~KLineDownloader()
-{
-    delete m_loader;
-}
+KLineDownloader::~KLineDownloader() { delete m_loader; }
 
 void KLineDownloader::start(const QStringList &codes, const Options &options)
 {

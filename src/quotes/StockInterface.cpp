@@ -4,9 +4,6 @@
 
 StockInterface::~StockInterface() = default;
 
-void StockInterface::debugOutput(const QString &text)
-{
-    qDebug().noquote() << text;
-}
+void StockInterface::debugOutput(const QString &text) { qDebug().noquote() << text; }
 
 void StockInterface::setOption(int, const QString &) {}

@@ -11,14 +11,16 @@ void IndicatorEvaluator::bind(StockBars bars)
     computeLine(bars, m_line, m_defined);
 }
 
-void IndicatorEvaluator::computeLine(StockBars bars, std::vector<float> &line, std::vector<unsigned char> &defined)
+void IndicatorEvaluator::computeLine(StockBars bars, std::vector<float> &line,
+                                     std::vector<unsigned char> &defined)
 {
     line.assign(bars.size(), 0.0f);
     defined.assign(bars.size(), 0);
     IndicatorCache *cache = IndicatorCache::current();
     const QString key = cache ? cacheKey() : QString();
     if (!key.isEmpty()) {
-        const IndicatorCache::Results &results = cache->results(key, bars, [this] { return makeIndicator(); });
+        const IndicatorCache::Results &results =
+            cache->results(key, bars, [this] { return makeIndicator(); });
         for (size_t i = 0; i < bars.size(); ++i) {
             defined[i] = results[i].valid;
             line[i] = lineOf(results[i]);
@@ -59,7 +61,8 @@ bool PeriodEvaluator::parse(const QString &text)
     return true;
 }
 
-void WindowAverageEvaluator::computeLine(StockBars bars, std::vector<float> &line, std::vector<unsigned char> &defined)
+void WindowAverageEvaluator::computeLine(StockBars bars, std::vector<float> &line,
+                                         std::vector<unsigned char> &defined)
 {
     m_field.resize(bars.size());
     for (size_t i = 0; i < bars.size(); ++i)

@@ -7,6 +7,9 @@ struct Indicator_ema : PeriodEvaluator {
     QStringList names() const override { return {QStringLiteral("ema")}; }
 
 protected:
-    QString cacheKey() const override { return m_period > 0 ? QStringLiteral("ema,%1").arg(m_period) : QString(); }
+    QString cacheKey() const override
+    {
+        return m_period > 0 ? QStringLiteral("ema,%1").arg(m_period) : QString();
+    }
     std::unique_ptr<StockIndicator> makeIndicator() const override;
 };

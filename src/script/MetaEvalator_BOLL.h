@@ -4,7 +4,10 @@
 
 // "boll.upper", "boll.mid", "boll.lower": the bands mid ± 2σ of BOLL(20).
 struct MetaEvalator_BOLL : NamedLineEvaluator {
-    static QStringList nameList() { return QStringLiteral("boll.upper|boll.mid|boll.lower").split(QLatin1Char('|')); }
+    static QStringList nameList()
+    {
+        return QStringLiteral("boll.upper|boll.mid|boll.lower").split(QLatin1Char('|'));
+    }
     QStringList names() const override { return nameList(); }
 
 protected:

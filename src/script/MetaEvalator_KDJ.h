@@ -10,5 +10,8 @@ struct MetaEvalator_KDJ : NamedLineEvaluator {
 protected:
     QString cacheKey() const override { return QStringLiteral("kdj"); }
     std::unique_ptr<StockIndicator> makeIndicator() const override;
-    float lineOf(const IndicatorValue &r) const override { return m_line == 0 ? r.value1 : m_line == 1 ? r.value2 : r.value3; }
+    float lineOf(const IndicatorValue &r) const override
+    {
+        return m_line == 0 ? r.value1 : m_line == 1 ? r.value2 : r.value3;
+    }
 };

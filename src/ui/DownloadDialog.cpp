@@ -155,7 +155,4 @@ void DownloadDialog::setRunning(bool running)
     m_cancel->setEnabled(running);
 }
 
-void DownloadDialog::appendLog(const QString &line)
-{
-    m_log->appendPlainText(line);
-}
+void DownloadDialog::appendLog(const QString &line) { m_log->appendPlainText(line); }

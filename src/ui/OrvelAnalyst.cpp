@@ -52,7 +52,8 @@ QAction *OrvelAnalyst::addMenuAction(QMenu *menu, const QString &text, const cha
 
 void OrvelAnalyst::loadScript()
 {
-    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("导入脚本"), QString(), kScriptFilter);
+    const QString path =
+        QFileDialog::getOpenFileName(this, QStringLiteral("导入脚本"), QString(), kScriptFilter);
     if (!path.isEmpty())
         importScript(path);
 }
@@ -66,7 +67,8 @@ void OrvelAnalyst::importScript(const QString &path)
 
 void OrvelAnalyst::saveScript()
 {
-    const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("导出脚本"), QString(), kScriptFilter);
+    const QString path =
+        QFileDialog::getSaveFileName(this, QStringLiteral("导出脚本"), QString(), kScriptFilter);
     if (path.isEmpty())
         return;
     const QString text = m_workbench->editor()->toPlainText();

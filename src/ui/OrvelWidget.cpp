@@ -111,7 +111,8 @@ void OrvelWidget::clickButton()
 
     m_files = listStockFiles(config.kDir);
     if (m_files.isEmpty()) {
-        showMessage(QStringLiteral("警告"), QStringLiteral("文件夹%1不存在或其中缺少股票文件").arg(config.kDir));
+        showMessage(QStringLiteral("警告"),
+                    QStringLiteral("文件夹%1不存在或其中缺少股票文件").arg(config.kDir));
         m_progress->hide();
         return;
     }

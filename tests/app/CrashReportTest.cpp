@@ -109,7 +109,8 @@ TEST(CrashReport, EachFaultLeavesOneReportNamedByTimeAndExitsWithOne)
         ASSERT_TRUE(ids.hasMatch()) << text.toStdString();
         EXPECT_EQ(ids.captured(1) != ids.captured(2), c.onWorker) << text.toStdString();
         // At least one frame follows the header lines.
-        EXPECT_FALSE(text.section(QStringLiteral("\nbacktrace:\n"), 1).trimmed().isEmpty()) << text.toStdString();
+        EXPECT_FALSE(text.section(QStringLiteral("\nbacktrace:\n"), 1).trimmed().isEmpty())
+            << text.toStdString();
     }
 }
 

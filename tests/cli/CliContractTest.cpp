@@ -9,7 +9,8 @@
 
 namespace {
 
-QString writeScript(const QTemporaryDir &dir, const QByteArray &text) {
+QString writeScript(const QTemporaryDir &dir, const QByteArray &text)
+{
     const QString path = dir.filePath(QStringLiteral("s.script"));
     writeTestFile(path, text);
     return path;
@@ -20,7 +21,8 @@ const QString kDefaultScript = QStringLiteral(ORVEL_SOURCE_DIR "/src/resources/d
 
 } // namespace
 
-TEST(CommandLine, CompileErrorsAndMissingDataAreReportedWithTheirExitCodes) {
+TEST(CommandLine, CompileErrorsAndMissingDataAreReportedWithTheirExitCodes)
+{
     QTemporaryDir dir;
     CliRun run =
         runCli({"backtest", writeScript(dir, "buy.close,0>open,0\nbuy.close,0>=open,0")}, dir.path());
@@ -39,7 +41,8 @@ TEST(CommandLine, CompileErrorsAndMissingDataAreReportedWithTheirExitCodes) {
     EXPECT_FALSE(QFile::exists(dir.filePath(QStringLiteral("output.csv"))));
 }
 
-TEST(CommandLine, ConfigurationComesFromTheWorkingDirectoryThenTheScriptThenData) {
+TEST(CommandLine, ConfigurationComesFromTheWorkingDirectoryThenTheScriptThenData)
+{
     QTemporaryDir dir;
     writeTestFile(dir.filePath(QStringLiteral("config.conf")), "config.source.k.dir,nowhere\r\n");
     const QString script = writeScript(dir, "buy.close,0>open,0");
@@ -49,7 +52,8 @@ TEST(CommandLine, ConfigurationComesFromTheWorkingDirectoryThenTheScriptThenData
     EXPECT_TRUE(run.out.startsWith(QStringLiteral("买卖次数:"))) << run.out.toStdString();
 }
 
-TEST(CommandLine, OutputIsTheSameForAnyNumberOfThreadsAndRuns) {
+TEST(CommandLine, OutputIsTheSameForAnyNumberOfThreadsAndRuns)
+{
     if (!QDir(kSampleData).exists())
         GTEST_SKIP() << "no sample data";
     QTemporaryDir dir;
@@ -65,7 +69,8 @@ TEST(CommandLine, OutputIsTheSameForAnyNumberOfThreadsAndRuns) {
     EXPECT_EQ(csvs.count(csvs[0]), 4);
 }
 
-TEST(CommandLine, EvalPrintsEveryTermPerBarAndRefusesBadTerms) {
+TEST(CommandLine, EvalPrintsEveryTermPerBarAndRefusesBadTerms)
+{
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("600000"));
     writeTestFile(file, "[[d0,1,10,10,10,5],[d1,1,11,12,10,6],[d2,1,12,13,11,7]]");

@@ -19,5 +19,6 @@ inline CliRun runCli(const QStringList &arguments, const QString &workingDirecto
     process.start(QStringLiteral(ORVEL_CLI), arguments);
     process.waitForFinished(300000);
     return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-            QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
+            QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
 }

@@ -10,7 +10,8 @@
 
 namespace {
 
-QByteArray goodDays(int days) {
+QByteArray goodDays(int days)
+{
     QByteArray text = "[[";
     for (int i = 0; i < days; ++i)
         text += (i ? "],[" : "") + QByteArray("2020-01-") + QByteArray::number(10 + i) + ",10,10,10,10," +
@@ -20,7 +21,8 @@ QByteArray goodDays(int days) {
 
 } // namespace
 
-TEST(BadData, AWholeDirectoryOfBrokenFilesRunsThroughAndLogsWhatCannotBeOpened) {
+TEST(BadData, AWholeDirectoryOfBrokenFilesRunsThroughAndLogsWhatCannotBeOpened)
+{
     QTemporaryDir dir;
     QByteArray binary(4096, '\0');
     for (int i = 0; i < binary.size(); ++i)

@@ -36,8 +36,8 @@ QStringList codes(const TradeBook &book)
 TEST(DayLimit, KeepsTheLargestVolumesAndTheEarlierFiledOnTies)
 {
     TradeBook book;
-    for (const TradeRecord &r : {trade("a", "d1", 5), trade("b", "d1", 9), trade("c", "d1", 5), trade("d", "d1", 7),
-                                 trade("e", "d2", 1), trade("f", "d0", 1)})
+    for (const TradeRecord &r : {trade("a", "d1", 5), trade("b", "d1", 9), trade("c", "d1", 5),
+                                 trade("d", "d1", 7), trade("e", "d2", 1), trade("f", "d0", 1)})
         book.file(r);
     TradeBook ascending = book;
     book.applyDayLimit(3, QStringLiteral("desc"));
@@ -59,7 +59,8 @@ TEST(Summary, CountsOrdinarySalesOnlyWithTwoDecimalsRoundedToEven)
     book.file(rapid);
     const RunSummary summary = RunSummary::fromBook(book);
     EXPECT_EQ(summary.rows.size(), 3u);
-    EXPECT_EQ(summary.text(), QStringLiteral("买卖次数:2\n平均持股天数:2.00\n策略成功率:100.00\n平均收益:0.56\n"));
+    EXPECT_EQ(summary.text(),
+              QStringLiteral("买卖次数:2\n平均持股天数:2.00\n策略成功率:100.00\n平均收益:0.56\n"));
     EXPECT_EQ(fixedTwoDecimals(1.125), QStringLiteral("1.12"));
     EXPECT_EQ(fixedTwoDecimals(-7.125), QStringLiteral("-7.12"));
 

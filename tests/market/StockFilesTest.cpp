@@ -16,7 +16,8 @@ const char kSevenDays[] = "[[d1,1,1,1,1,1],[d2,1,1,1,1,1],[d3,1,1,1,1,1],[d4,1,1
 
 } // namespace
 
-TEST(DataDirectory, ListsRegularVisibleFilesByNameIgnoringCase) {
+TEST(DataDirectory, ListsRegularVisibleFilesByNameIgnoringCase)
+{
     QTemporaryDir dir;
     for (const char *name : {"600001", "SH600002", "sh600000", ".600003"})
         ASSERT_TRUE(writeTestFile(dir.filePath(QString::fromLatin1(name)), "x"));
@@ -30,7 +31,8 @@ TEST(DataDirectory, ListsRegularVisibleFilesByNameIgnoringCase) {
     EXPECT_TRUE(listStockFiles(dir.filePath(QStringLiteral("missing"))).isEmpty());
 }
 
-TEST(DataDirectory, APrefixedNameIsReadThroughItsBareCode) {
+TEST(DataDirectory, APrefixedNameIsReadThroughItsBareCode)
+{
     QTemporaryDir dir;
     ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("sh688006")), "garbage, not read"));
     ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("688006")), kSevenDays));
@@ -48,7 +50,8 @@ TEST(DataDirectory, APrefixedNameIsReadThroughItsBareCode) {
     EXPECT_TRUE(log.lines()[0].startsWith(QStringLiteral("open file failed:")));
 }
 
-TEST(DataDirectory, SixDaysAreTooFewAndOtherFormatsReadNothing) {
+TEST(DataDirectory, SixDaysAreTooFewAndOtherFormatsReadNothing)
+{
     QTemporaryDir dir;
     ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("600000")),
                               QByteArray(kSevenDays).replace(",[d7,1,1,1,1,1]", "")));

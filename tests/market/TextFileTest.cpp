@@ -1,5 +1,5 @@
-#include "TestSupport.h"
 #include "market/TextFile.h"
+#include "TestSupport.h"
 
 #include <gtest/gtest.h>
 

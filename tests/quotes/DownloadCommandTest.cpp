@@ -19,8 +19,8 @@ struct CliResult {
 };
 
 // Runs orvel-cli while our event loop keeps the local server answering.
-CliResult runCli(const QStringList &arguments, const QString &workingDirectory,
-                 const QString &quoteHost = {}) {
+CliResult runCli(const QStringList &arguments, const QString &workingDirectory, const QString &quoteHost = {})
+{
     ensureApplication();
     QProcess process;
     process.setWorkingDirectory(workingDirectory);
@@ -44,7 +44,8 @@ CliResult runCli(const QStringList &arguments, const QString &workingDirectory,
 
 } // namespace
 
-TEST(DownloadCommand, DownloadedFilesFeedABacktest) {
+TEST(DownloadCommand, DownloadedFilesFeedABacktest)
+{
     LocalQuoteServer server;
     const QByteArray first = serviceReply(QStringLiteral("sh600000"), risingDays(30));
     const QByteArray second = serviceReply(QStringLiteral("sz000001"), risingDays(20));
@@ -75,7 +76,8 @@ TEST(DownloadCommand, DownloadedFilesFeedABacktest) {
     EXPECT_TRUE(trades.contains("600000,"));
 }
 
-TEST(DownloadCommand, FailedAndRefusedCodesLeaveEveryFileAsItWas) {
+TEST(DownloadCommand, FailedAndRefusedCodesLeaveEveryFileAsItWas)
+{
     LocalQuoteServer server;
     server.setReply(QStringLiteral("sh600001"), {404, "no such page"});
     server.setReply(QStringLiteral("sh600002"), {200, "{\"code\":-1,\"msg\":\"param error\"}"});
@@ -103,7 +105,8 @@ TEST(DownloadCommand, FailedAndRefusedCodesLeaveEveryFileAsItWas) {
     EXPECT_FALSE(QFile::exists(work.filePath(QStringLiteral("../x"))));
 }
 
-TEST(DownloadCommand, BadOptionsAreUsageErrorsBeforeAnyRequest) {
+TEST(DownloadCommand, BadOptionsAreUsageErrorsBeforeAnyRequest)
+{
     QTemporaryDir work;
     const QList<QStringList> cases = {
         {"600000", "--adjust", "xfq"}, {"600000", "--period", "year"}, {}, {"--codes-file", "missing.txt"}};

@@ -31,7 +31,8 @@ struct Published {
 };
 
 // A loader for `codes` on `host`, parsing through the history interface.
-template <class Loader> void prepare(Loader &loader, const QString &host, const QStringList &codes)
+template <class Loader>
+void prepare(Loader &loader, const QString &host, const QStringList &codes)
 {
     auto history = std::make_unique<StockQQHistoryInterface>(host);
     loader.setUrls(history->buildUrls(codes), codes);

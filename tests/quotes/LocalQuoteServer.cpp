@@ -12,14 +12,10 @@ namespace {
 QByteArray reasonPhrase(int status)
 {
     switch (status) {
-    case 200:
-        return "OK";
-    case 404:
-        return "Not Found";
-    case 500:
-        return "Internal Server Error";
-    default:
-        return "Status";
+    case 200: return "OK";
+    case 404: return "Not Found";
+    case 500: return "Internal Server Error";
+    default: return "Status";
     }
 }
 
@@ -59,10 +55,7 @@ LocalQuoteServer::LocalQuoteServer()
     });
 }
 
-LocalQuoteServer::~LocalQuoteServer()
-{
-    m_server.close();
-}
+LocalQuoteServer::~LocalQuoteServer() { m_server.close(); }
 
 QString LocalQuoteServer::host() const
 {

@@ -20,13 +20,15 @@ QString compile(const QString &text)
 TEST(Compiling, ReportsTheFirstWrongLine)
 {
     EXPECT_EQ(compile(QStringLiteral("buy.close,0>open,0")), QStringLiteral("1:0"));
-    EXPECT_EQ(compile(QStringLiteral("# c\nbuy.close,0>open,0\n")), QStringLiteral("-1:3")); // empty last line
+    EXPECT_EQ(compile(QStringLiteral("# c\nbuy.close,0>open,0\n")),
+              QStringLiteral("-1:3")); // empty last line
     EXPECT_EQ(compile(QStringLiteral("buy.close,0>=open,0")), QStringLiteral("-1:1"));
     EXPECT_EQ(compile(QStringLiteral("buy.close,0>open,0\nbuy.close,0=open,0")), QStringLiteral("-1:2"));
     EXPECT_EQ(compile(QStringLiteral("buy.")), QStringLiteral("-1:1"));
     EXPECT_EQ(compile(QStringLiteral(" buy.close,0>open,0")), QStringLiteral("-1:1"));
     EXPECT_EQ(compile(QStringLiteral("buy.tick.anything")), QStringLiteral("-1:1"));
-    EXPECT_EQ(compile(QStringLiteral("config.source.k.dir,d:,data\nbuy.close,0>open,0")), QStringLiteral("-1:1"));
+    EXPECT_EQ(compile(QStringLiteral("config.source.k.dir,d:,data\nbuy.close,0>open,0")),
+              QStringLiteral("-1:1"));
 }
 
 TEST(Compiling, CommentsAndConfigurationNeedABuyStatement)
@@ -44,7 +46,9 @@ TEST(Compiling, ConfigurationLinesApplyAsTheyAreCompiled)
     Script script;
     StrategyConfig config;
     int line = 0;
-    compileScript(script, config, QStringLiteral("config.trade.max.count,5\nbuy.close,0>open,0\nconfig.trade.max.count,x,y"), line);
+    compileScript(script, config,
+                  QStringLiteral("config.trade.max.count,5\nbuy.close,0>open,0\nconfig.trade.max.count,x,y"),
+                  line);
     EXPECT_EQ(line, 3);
     EXPECT_EQ(config.maxCount, 5);
 }

@@ -91,10 +91,7 @@ private:
     QTemporaryDir m_workDir;
 };
 
-void RunTest::initTestCase()
-{
-    QVERIFY(QDir::setCurrent(m_workDir.path()));
-}
+void RunTest::initTestCase() { QVERIFY(QDir::setCurrent(m_workDir.path())); }
 
 void RunTest::press(OrvelAnalyst &window, const QString &script, bool finishes, RunSeen &seen)
 {

@@ -62,7 +62,8 @@ inline QAction *menuAction(QMainWindow &window, const QString &menu, const QStri
     return nullptr;
 }
 
-template <class Widget> Widget *child(const QWidget &window, const char *name)
+template <class Widget>
+Widget *child(const QWidget &window, const char *name)
 {
     return window.findChild<Widget *>(QString::fromLatin1(name));
 }
