@@ -2,16 +2,15 @@
 
 namespace {
 
-// Both operands' numbers for the day, or false when either has none.
+// Both operands' numbers for the day, or false when either has none. Each
+// side has its own fresh record: a pattern term sets no number and reads 0.
 bool operandsOf(const std::vector<MetaEvalutor *> &evaluators, int dayIndex, double &left, double &right)
 {
-    EvalValue value;
-    if (evaluators[0]->value(dayIndex, value) != 1)
+    EvalValue leftValue, rightValue;
+    if (evaluators[0]->value(dayIndex, leftValue) != 1 || evaluators[1]->value(dayIndex, rightValue) != 1)
         return false;
-    left = value.number;
-    if (evaluators[1]->value(dayIndex, value) != 1)
-        return false;
-    right = value.number;
+    left = leftValue.number;
+    right = rightValue.number;
     return true;
 }
 

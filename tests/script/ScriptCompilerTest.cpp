@@ -90,3 +90,20 @@ TEST(Signals, BuyLinesAllMustHoldSaleLinesAnyAndAlternativesAny)
     EXPECT_FALSE(script.isSale(3));
     EXPECT_FALSE(script.isBuy(0)); // the first bar is never usable
 }
+
+TEST(Signals, APatternComparedAsANumberReadsZero)
+{
+    const StockSeries s = seriesOf({{"d0", 10, 10, 10, 10, 1},
+                                    {"d1", 10, 11, 11, 10, 1},
+                                    {"d2", 11, 12, 12, 11, 1},
+                                    {"d3", 12, 13, 13, 12, 1}});
+    Script script;
+    StrategyConfig config;
+    int line = 0;
+    ASSERT_EQ(
+        compileScript(script, config, QStringLiteral("buy.value,5>k.红三兵,0\nbuy.close,0>k.红三兵,0"), line),
+        1);
+    script.bind(s.view());
+    EXPECT_TRUE(script.isBuy(3));
+    EXPECT_FALSE(script.isBuy(1)); // the pattern has no value before its third bar
+}
