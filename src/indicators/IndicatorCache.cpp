@@ -17,10 +17,12 @@ const IndicatorCache::Results &IndicatorCache::results(const QString &key, Stock
         entry = &m_entries.back();
     }
     if (!entry->filled) {
-        entry->indicator->reset();
-        entry->results.resize(bars.size());
-        for (size_t i = 0; i < bars.size(); ++i)
-            entry->results[i] = entry->indicator->next(bars[i]);
+        entry->results.assign(bars.size(), IndicatorValue());
+        if (entry->indicator) {
+            entry->indicator->reset();
+            for (size_t i = 0; i < bars.size(); ++i)
+                entry->results[i] = entry->indicator->next(bars[i]);
+        }
         entry->filled = true;
     }
     return entry->results;

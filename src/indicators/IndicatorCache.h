@@ -18,7 +18,8 @@ public:
     using Factory = std::function<std::unique_ptr<StockIndicator>()>;
 
     // The results of the indicator named `key` over `bars`, computed on
-    // first use since the last clear().
+    // first use since the last clear(). An indicator that `make` cannot
+    // make (a period below one) has no value on any bar.
     const Results &results(const QString &key, StockBars bars, const Factory &make);
     void clear();
 

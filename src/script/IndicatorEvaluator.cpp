@@ -14,30 +14,18 @@ void IndicatorEvaluator::bind(StockBars bars)
 void IndicatorEvaluator::computeLine(StockBars bars, std::vector<float> &line,
                                      std::vector<unsigned char> &defined)
 {
-    line.assign(bars.size(), 0.0f);
-    defined.assign(bars.size(), 0);
     IndicatorCache *cache = IndicatorCache::current();
-    const QString key = cache ? cacheKey() : QString();
-    if (!key.isEmpty()) {
-        const IndicatorCache::Results &results =
-            cache->results(key, bars, [this] { return makeIndicator(); });
-        for (size_t i = 0; i < bars.size(); ++i) {
-            defined[i] = results[i].valid;
-            line[i] = lineOf(results[i]);
-        }
-        return;
+    if (!cache) { // bound on its own, not by a script
+        m_ownCache.clear();
+        cache = &m_ownCache;
     }
-    if (!m_indicatorMade) {
-        m_indicator = makeIndicator();
-        m_indicatorMade = true;
-    }
-    if (!m_indicator)
-        return;
-    m_indicator->reset();
+    const IndicatorCache::Results &results =
+        cache->results(cacheKey(), bars, [this] { return makeIndicator(); });
+    line.resize(bars.size());
+    defined.resize(bars.size());
     for (size_t i = 0; i < bars.size(); ++i) {
-        const IndicatorValue result = m_indicator->next(bars[i]);
-        defined[i] = result.valid;
-        line[i] = lineOf(result);
+        defined[i] = results[i].valid;
+        line[i] = lineOf(results[i]);
     }
 }
 

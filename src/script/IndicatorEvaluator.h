@@ -1,7 +1,7 @@
 #pragma once
 
 #include "MetaEvalutor.h"
-#include "indicators/StockIndicator.h"
+#include "indicators/IndicatorCache.h"
 
 #include <memory>
 #include <vector>
@@ -18,17 +18,16 @@ protected:
     // the indicator is fed bar by bar.
     virtual void computeLine(StockBars bars, std::vector<float> &line, std::vector<unsigned char> &defined);
 
-    // Terms with the same key share one computation while a script binds;
-    // empty: never shared.
-    virtual QString cacheKey() const { return {}; }
+    // Terms with the same key read the same indicator: while a script binds,
+    // they share one computation.
+    virtual QString cacheKey() const = 0;
 
     // A fresh indicator for this term, or nullptr when it can never have a value.
     virtual std::unique_ptr<StockIndicator> makeIndicator() const = 0;
     virtual float lineOf(const IndicatorValue &result) const = 0;
 
 private:
-    std::unique_ptr<StockIndicator> m_indicator; // kept from stock to stock with its buffers
-    bool m_indicatorMade = false;
+    IndicatorCache m_ownCache;
     std::vector<float> m_line;
     std::vector<unsigned char> m_defined;
 };
@@ -40,6 +39,10 @@ struct PeriodEvaluator : IndicatorEvaluator {
 protected:
     int m_period = 0;
     float lineOf(const IndicatorValue &result) const override { return result.value1; }
+    QString cacheKey() const override
+    {
+        return names().constFirst() + QLatin1Char(',') + QString::number(m_period);
+    }
 };
 
 // Simple averages of one bar field, computed for the whole series at once.
