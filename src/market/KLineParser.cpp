@@ -131,7 +131,7 @@ public:
         const char *date = ++p;
         while (p < m_end && *p != '"' && *p != ',' && *p != ']')
             ++p;
-        if (p + 1 >= m_end || *p != '"' || p == date || *date == '[' || p[1] != ',')
+        if (m_end - p < 2 || *p != '"' || p == date || *date == '[' || p[1] != ',')
             return false;
         const size_t dateLength = size_t(p - date);
         p += 2;
