@@ -6,8 +6,12 @@
 
 LineDelegate::LineDelegate(QTableView *table) : QStyledItemDelegate(table)
 {
-    // The colour the style would have drawn the grid in.
-    const int gridColour = table->style()->styleHint(QStyle::SH_Table_GridLineColor, nullptr, table);
+    // The colour the style would have drawn the grid in. The style reads it
+    // from the palette of the option it is given; without one it answers a
+    // transparent colour and the lines would not show.
+    QStyleOptionViewItem option;
+    option.initFrom(table);
+    const int gridColour = table->style()->styleHint(QStyle::SH_Table_GridLineColor, &option, table);
     m_pen = QPen(QColor::fromRgba(static_cast<QRgb>(gridColour)), 0, table->gridStyle());
 }
 
