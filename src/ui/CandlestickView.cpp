@@ -1,5 +1,7 @@
 #include "CandlestickView.h"
 
+#include "engine/StockSimulator.h"
+
 #include <QVBoxLayout>
 #include <qcustomplot.h>
 
@@ -9,10 +11,8 @@ constexpr double kDay = 86400; // keys are seconds; one candle per day position
 const QStringList kAverageNames{QStringLiteral("ma5"), QStringLiteral("ma10"), QStringLiteral("ma20")};
 const QColor kAxisColour(170, 170, 170);
 
-QString dateText(const Stock &bar)
-{
-    return QString::fromLatin1(bar.date.data(), qsizetype(bar.date.size()));
-}
+// Read as the trades read them, so the title names the day the table shows.
+QString dateText(const Stock &bar) { return decodeDate(bar.date); }
 
 } // namespace
 

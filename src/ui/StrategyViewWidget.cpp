@@ -4,6 +4,7 @@
 #include "LoadedStocks.h"
 #include "OrvelTitle.h"
 #include "StockListViews.h"
+#include "engine/StockSimulator.h"
 
 #include <QVBoxLayout>
 
@@ -23,11 +24,12 @@ StockRow rowOf(const TradeRecord &trade)
             trade.status};
 }
 
+// Trades carry their dates as the engine decoded them, so a day is compared
+// in the same reading: dates that are not plain ASCII match too.
 int indexOfDate(const StockSeries &series, const QString &date)
 {
-    const QByteArray wanted = date.toLatin1();
     for (int i = 0; i < series.size(); ++i) {
-        if (series.bars[size_t(i)].date == std::string_view(wanted.constData(), size_t(wanted.size())))
+        if (decodeDate(series.bars[size_t(i)].date) == date)
             return i;
     }
     return -1;

@@ -1,11 +1,13 @@
 // A user reads the results window: sorts the trades, and clicks a trade to
 // see its stock's candles from the buy day on.
+#include "market/TextFile.h"
 #include "ui/CandlestickView.h"
 #include "ui/LoadedStocks.h"
 #include "ui/StockListView.h"
 #include "ui/StrategyViewWidget.h"
 
 #include <QDir>
+#include <QTemporaryDir>
 #include <QtTest>
 #include <qcustomplot.h>
 
@@ -49,6 +51,7 @@ private slots:
     void sortingByGainOrPriceIsNumeric();
     void clickingATradeShowsItsStockFromTheBuyDay();
     void aTradeWhoseStockOrDayIsUnknownLeavesTheChartAlone();
+    void daysWrittenInChineseAreFoundAndNamed();
 
 private:
     StrategyConfig m_config;
@@ -79,6 +82,17 @@ void ResultsWindowTest::tradesAppearInRunOrderWithTheirGain()
     QCOMPARE(column(table, 0), (QStringList{"600000", "000001", "300001"}));
     QCOMPARE(column(table, 2), (QStringList{"10", "0", "12.3457"}));
     QCOMPARE(column(table, 6), (QStringList{"15.00", "0.00", "0.00"})); // no gain without a buy price
+
+    // Rows are parted by a line in the colour of the grid, which itself is off.
+    results.show();
+    QStyleOptionViewItem option;
+    option.initFrom(table);
+    const QColor grid =
+        QColor::fromRgba(QRgb(table->style()->styleHint(QStyle::SH_Table_GridLineColor, &option, table)));
+    const QImage cells = table->viewport()->grab().toImage();
+    const QRect cell = table->visualItemRect(table->item(0, 1));
+    QCOMPARE(cells.pixelColor(cell.center().x(), cell.bottom()), grid);
+    QVERIFY(cells.pixelColor(cell.right(), cell.center().y()) != grid);
 
     results.fill({trade("600000", "2021-03-01", 10, 9)});
     QCOMPARE(column(table, 6), QStringList{"-10.00"});
@@ -137,6 +151,30 @@ void ResultsWindowTest::aTradeWhoseStockOrDayIsUnknownLeavesTheChartAlone()
     clickRow(results.table(), 2);
     QCOMPARE(results.chart()->titleText(), title);
     QCOMPARE(results.chart()->candles()->data()->begin()->open, double(m_series.bars[30].open));
+}
+
+void ResultsWindowTest::daysWrittenInChineseAreFoundAndNamed()
+{
+    QTemporaryDir market;
+    QString items;
+    for (int day = 1; day <= 12; ++day)
+        items += QStringLiteral("[\"2021年1月%1日\",\"%2\",\"10\",\"11\",\"9\",\"1000\"],").arg(day).arg(day);
+    QFile file(market.filePath(QStringLiteral("600001")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(TextFile::encode(QLatin1Char('[') + items.chopped(1) + QLatin1Char(']'), TextEncoding::Gbk));
+    file.close();
+    StrategyConfig config;
+    config.kDir = market.path();
+    LoadedStocks stocks(listStockFiles(config.kDir), config);
+
+    StrategyViewWidget results;
+    results.setStocks(&stocks);
+    results.fill({trade(QStringLiteral("600001"), QStringLiteral("2021年1月3日"), 3, 10)});
+    results.show();
+    clickRow(results.table(), 0);
+    QCOMPARE(results.chart()->candles()->data()->size(), 10);
+    QCOMPARE(results.chart()->candles()->data()->begin()->open, 3.0);
+    QVERIFY(results.chart()->titleText().contains(QStringLiteral("2021年1月3日")));
 }
 
 QTEST_MAIN(ResultsWindowTest)
