@@ -103,9 +103,9 @@ int run(const BacktestOptions &options)
     const QString writeError = writeOutputCsv(options.out, book, options.encoding);
     if (!writeError.isEmpty())
         CliOutput::err(QStringLiteral("无法写入 / cannot write %1: %2\n").arg(options.out, writeError));
-    CliOutput::out(RunSummary::fromBook(book).text());
-    if (book.isEmpty())
-        CliOutput::out(QStringLiteral("\n"));
+    // The summary box's text; "无数据" gets the line end the figures carry.
+    const QString summary = RunSummary::fromBook(book).text();
+    CliOutput::out(summary.endsWith(QLatin1Char('\n')) ? summary : summary + QLatin1Char('\n'));
     return Commands::Ok;
 }
 

@@ -72,10 +72,14 @@ void DayLimitedFiling::file(TradeRecord &&record)
 TradeBook DayLimitedFiling::finish()
 {
     TradeBook book;
-    for (auto &[date, day] : m_dated)
-        book.fileDay(date, std::move(day.records));
-    for (auto it = m_otherDays.begin(); it != m_otherDays.end(); ++it)
-        book.fileDay(it.key(), std::move(it->records));
+    for (auto &[date, day] : m_dated) {
+        if (!day.records.isEmpty())
+            book.fileDay(date, std::move(day.records));
+    }
+    for (auto it = m_otherDays.begin(); it != m_otherDays.end(); ++it) {
+        if (!it->records.isEmpty())
+            book.fileDay(it.key(), std::move(it->records));
+    }
     m_dated.clear();
     m_otherDays.clear();
     m_slots.clear();

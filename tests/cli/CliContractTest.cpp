@@ -50,6 +50,9 @@ TEST(CommandLine, ConfigurationComesFromTheWorkingDirectoryThenTheScriptThenData
     const CliRun run = runCli({"backtest", script, "--data", kSampleData}, dir.path());
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_TRUE(run.out.startsWith(QStringLiteral("买卖次数:"))) << run.out.toStdString();
+    // No buys allowed on any day: nothing to show.
+    const QString none = writeScript(dir, "config.trade.max.count,0\nbuy.close,0>open,0");
+    EXPECT_EQ(runCli({"backtest", none, "--data", kSampleData}, dir.path()).out, QStringLiteral("无数据\n"));
 }
 
 TEST(CommandLine, OutputIsTheSameForAnyNumberOfThreadsAndRuns)
