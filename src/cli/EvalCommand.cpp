@@ -1,6 +1,5 @@
 #include "CliOutput.h"
 #include "Commands.h"
-#include "engine/StockSimulator.h"
 #include "market/KLineParser.h"
 #include "market/StockFileList.h"
 #include "market/TextFile.h"
@@ -68,7 +67,8 @@ int eval(const QStringList &arguments)
     }
     QString text;
     for (int day = 0; day < series.size(); ++day) {
-        text += QString::number(day) + QLatin1Char('\t') + decodeDate(series.bars[size_t(day)].date);
+        text +=
+            QString::number(day) + QLatin1Char('\t') + TextFile::decodeDate(series.bars[size_t(day)].date);
         for (const std::unique_ptr<MetaEvalutor> &evaluator : evaluators)
             text += QLatin1Char('\t') + valueText(*evaluator, day);
         text += QLatin1Char('\n');

@@ -3,29 +3,11 @@
 #include "TradeDate.h"
 #include "market/TextFile.h"
 
-#include <QByteArray>
-
 namespace {
-
-bool isAscii(std::string_view text)
-{
-    for (const char c : text) {
-        if (static_cast<unsigned char>(c) >= 0x80)
-            return false;
-    }
-    return true;
-}
 
 double percentChange(double price, double base) { return (price - base) * 100 / base; }
 
 } // namespace
-
-QString decodeDate(std::string_view date)
-{
-    if (isAscii(date))
-        return QString::fromLatin1(date.data(), qsizetype(date.size()));
-    return TextFile::decode(QByteArray(date.data(), qsizetype(date.size())));
-}
 
 StockSimulator::StockSimulator(const StrategyConfig &config)
     : m_config(config), m_saleAtClose(config.salePoint == QLatin1String("close")),
@@ -157,12 +139,12 @@ QString StockSimulator::dateText(std::string_view date)
 {
     const int slot = TradeDate::slotOf(date);
     if (slot < 0)
-        return decodeDate(date);
+        return TextFile::decodeDate(date);
     if (m_dateTexts.empty())
         m_dateTexts.resize(TradeDate::kSlots);
     QString &text = m_dateTexts[size_t(slot)];
     if (text.isNull())
-        text = decodeDate(date);
+        text = TextFile::decodeDate(date);
     return text;
 }
 

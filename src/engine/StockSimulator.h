@@ -36,6 +36,3 @@ private:
     std::vector<TradeRecord> *m_trades = nullptr;
     std::vector<QString> m_dateTexts; // by TradeDate slot: the market's dates repeat in every stock
 };
-
-// A date of the data file as text: ASCII as it stands, anything else read as GBK.
-QString decodeDate(std::string_view date);

@@ -68,6 +68,15 @@ QString decode(const QByteArray &bytes)
     return gb18030(bytes);
 }
 
+QString decodeDate(std::string_view date)
+{
+    for (const char c : date) {
+        if (static_cast<unsigned char>(c) >= 0x80)
+            return decode(QByteArray(date.data(), qsizetype(date.size())));
+    }
+    return QString::fromLatin1(date.data(), qsizetype(date.size()));
+}
+
 QByteArray encode(const QString &text, TextEncoding encoding)
 {
     if (encoding == TextEncoding::Utf8)

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <string_view>
 #include <vector>
 
 enum class TextEncoding { Gbk, Utf8 };
@@ -19,6 +20,9 @@ bool readBytes(const QString &path, std::vector<char> &bytes);
 // Valid UTF-8 (a leading BOM dropped) as UTF-8, anything else as GB18030.
 QString decode(const QByteArray &bytes);
 QByteArray encode(const QString &text, TextEncoding encoding);
+
+// A date of a data file as text: ASCII as it stands, anything else read as GBK.
+QString decodeDate(std::string_view date);
 
 // Replaces `path` through a temporary file beside it, so a failure never
 // leaves a half-written file behind. Returns an error text, empty on success.

@@ -1,6 +1,6 @@
 #include "CandlestickView.h"
 
-#include "engine/StockSimulator.h"
+#include "market/TextFile.h"
 
 #include <QVBoxLayout>
 #include <qcustomplot.h>
@@ -12,7 +12,7 @@ const QStringList kAverageNames{QStringLiteral("ma5"), QStringLiteral("ma10"), Q
 const QColor kAxisColour(170, 170, 170);
 
 // Read as the trades read them, so the title names the day the table shows.
-QString dateText(const Stock &bar) { return decodeDate(bar.date); }
+QString dateText(const Stock &bar) { return TextFile::decodeDate(bar.date); }
 
 } // namespace
 

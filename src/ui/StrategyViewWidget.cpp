@@ -4,7 +4,7 @@
 #include "LoadedStocks.h"
 #include "OrvelTitle.h"
 #include "StockListViews.h"
-#include "engine/StockSimulator.h"
+#include "market/TextFile.h"
 
 #include <QVBoxLayout>
 
@@ -29,7 +29,7 @@ StockRow rowOf(const TradeRecord &trade)
 int indexOfDate(const StockSeries &series, const QString &date)
 {
     for (int i = 0; i < series.size(); ++i) {
-        if (decodeDate(series.bars[size_t(i)].date) == date)
+        if (TextFile::decodeDate(series.bars[size_t(i)].date) == date)
             return i;
     }
     return -1;
