@@ -117,10 +117,8 @@ int backtest(const QStringList &arguments)
 {
     BacktestOptions options;
     const QString problem = readOptions(arguments, options);
-    if (!problem.isEmpty()) {
-        CliOutput::err(problem + QLatin1Char('\n'));
-        return arguments.contains(QStringLiteral("--help")) ? Ok : UsageError;
-    }
+    if (!problem.isEmpty())
+        return refuseOptions(problem, arguments);
     return run(options);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <QStringList>
 
 // Each command receives its own arguments (the program name first) and
@@ -11,5 +12,9 @@ enum ExitCode { Ok = 0, UsageError = 1, CompileError = 2, NoData = 3, DownloadFa
 int backtest(const QStringList &arguments);
 int eval(const QStringList &arguments);
 int download(const QStringList &arguments);
+
+// Prints why the options were refused (or the help text asked for) and
+// returns the exit code that goes with it.
+int refuseOptions(const QString &problem, const QStringList &arguments);
 
 } // namespace Commands

@@ -136,10 +136,8 @@ int download(const QStringList &arguments)
 {
     DownloadRequest request;
     const QString problem = readOptions(arguments, request);
-    if (!problem.isEmpty()) {
-        CliOutput::err(problem + QLatin1Char('\n'));
-        return arguments.contains(QStringLiteral("--help")) ? Ok : UsageError;
-    }
+    if (!problem.isEmpty())
+        return refuseOptions(problem, arguments);
     return run(request);
 }
 

@@ -16,6 +16,12 @@ const char kUsage[] = "用法 / usage:\n"
 
 } // namespace
 
+int Commands::refuseOptions(const QString &problem, const QStringList &arguments)
+{
+    CliOutput::err(problem + QLatin1Char('\n'));
+    return arguments.contains(QStringLiteral("--help")) ? Ok : UsageError;
+}
+
 int main(int argc, char *argv[])
 {
     MessageLog::install();

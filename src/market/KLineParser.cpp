@@ -70,8 +70,6 @@ public:
             nextField(last);
     }
 
-    void setCursorToStart() { m_cursor = m_begin; }
-
 private:
     // True when `comma` is the "," of a "],[" that begins inside the text.
     bool isItemSeparator(const char *comma) const

@@ -5,10 +5,10 @@
 
 namespace {
 
-std::string latin1(const QString &text) { return text.toStdString(); }
+std::string bytesOf(const QString &text) { return text.toStdString(); }
 
-float readFloat(const QString &text) { return DecimalNumber::toFloat(latin1(text)); }
-int readTruncatedInt(const QString &text) { return DecimalNumber::toTruncatedInt(latin1(text)); }
+float readFloat(const QString &text) { return DecimalNumber::toFloat(bytesOf(text)); }
+int readTruncatedInt(const QString &text) { return DecimalNumber::toTruncatedInt(bytesOf(text)); }
 
 } // namespace
 

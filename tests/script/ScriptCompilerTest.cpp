@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 namespace {
 
 // The compile result and the reported line, as "result:line".
@@ -13,6 +15,17 @@ QString compile(const QString &text)
     int line = 0;
     const int result = compileScript(script, config, text, line);
     return QStringLiteral("%1:%2").arg(result).arg(result == 1 ? 0 : line);
+}
+
+// `text` compiled (it must compile) and bound to `series`.
+std::unique_ptr<Script> boundScript(const QString &text, const StockSeries &series)
+{
+    auto script = std::make_unique<Script>();
+    StrategyConfig config;
+    int line = 0;
+    EXPECT_EQ(compileScript(*script, config, text, line), 1) << line;
+    script->bind(series.view());
+    return script;
 }
 
 } // namespace
@@ -73,22 +86,17 @@ TEST(Signals, BuyLinesAllMustHoldSaleLinesAnyAndAlternativesAny)
                                     {"d1", 10, 11, 11, 10, 1},
                                     {"d2", 11, 10, 11, 10, 1},
                                     {"d3", 10, 10, 10, 10, 1}});
-    Script script;
-    StrategyConfig config;
-    int line = 0;
-    ASSERT_EQ(compileScript(script, config,
-                            QStringLiteral("buy.close,0>open,0\nbuy.value,5<close,0\n"
-                                           "sale.close,0<open,0|value,1>value,2\nsale.value,1>value,2"),
-                            line),
-              1);
-    script.bind(s.view());
-    EXPECT_TRUE(script.isBuy(1));
-    EXPECT_FALSE(script.isBuy(2));
-    EXPECT_FALSE(script.isBuy(3)); // equal is neither greater nor less
-    EXPECT_FALSE(script.isSale(1));
-    EXPECT_TRUE(script.isSale(2));
-    EXPECT_FALSE(script.isSale(3));
-    EXPECT_FALSE(script.isBuy(0)); // the first bar is never usable
+    const auto script =
+        boundScript(QStringLiteral("buy.close,0>open,0\nbuy.value,5<close,0\n"
+                                   "sale.close,0<open,0|value,1>value,2\nsale.value,1>value,2"),
+                    s);
+    EXPECT_TRUE(script->isBuy(1));
+    EXPECT_FALSE(script->isBuy(2));
+    EXPECT_FALSE(script->isBuy(3)); // equal is neither greater nor less
+    EXPECT_FALSE(script->isSale(1));
+    EXPECT_TRUE(script->isSale(2));
+    EXPECT_FALSE(script->isSale(3));
+    EXPECT_FALSE(script->isBuy(0)); // the first bar is never usable
 }
 
 TEST(Signals, APatternComparedAsANumberReadsZero)
@@ -97,13 +105,7 @@ TEST(Signals, APatternComparedAsANumberReadsZero)
                                     {"d1", 10, 11, 11, 10, 1},
                                     {"d2", 11, 12, 12, 11, 1},
                                     {"d3", 12, 13, 13, 12, 1}});
-    Script script;
-    StrategyConfig config;
-    int line = 0;
-    ASSERT_EQ(
-        compileScript(script, config, QStringLiteral("buy.value,5>k.红三兵,0\nbuy.close,0>k.红三兵,0"), line),
-        1);
-    script.bind(s.view());
-    EXPECT_TRUE(script.isBuy(3));
-    EXPECT_FALSE(script.isBuy(1)); // the pattern has no value before its third bar
+    const auto script = boundScript(QStringLiteral("buy.value,5>k.红三兵,0\nbuy.close,0>k.红三兵,0"), s);
+    EXPECT_TRUE(script->isBuy(3));
+    EXPECT_FALSE(script->isBuy(1)); // the pattern has no value before its third bar
 }
