@@ -8,6 +8,8 @@
 #include <QtGlobal>
 
 #include <cstdio>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <initializer_list>
 #include <ostream>
 #include <string>
@@ -72,3 +74,18 @@ inline QByteArray readTestFile(const QString &path)
 }
 
 inline QString sharedDir() { return QStringLiteral(ORVEL_SHARED_DIR); }
+
+// Nodes no program should write over, made in `dir` (never the system's own):
+// a FIFO, and a character device with the null device's numbers when we may
+// make one (as root). Their paths.
+inline QStringList makeSpecialNodes(const QString &dir)
+{
+    QStringList nodes;
+    const QString fifo = dir + QStringLiteral("/fifo");
+    if (::mkfifo(QFile::encodeName(fifo).constData(), 0644) == 0)
+        nodes.append(fifo);
+    const QString device = dir + QStringLiteral("/device");
+    if (::mknod(QFile::encodeName(device).constData(), S_IFCHR | 0666, makedev(1, 3)) == 0)
+        nodes.append(device);
+    return nodes;
+}

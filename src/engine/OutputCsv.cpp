@@ -1,5 +1,7 @@
 #include "OutputCsv.h"
 
+#include "market/SafeFile.h"
+
 #include <cstdio>
 
 QString shortReal(double value)
@@ -25,5 +27,6 @@ QString outputCsvText(const TradeBook &book)
 
 QString writeOutputCsv(const QString &path, const TradeBook &book, TextEncoding encoding)
 {
-    return TextFile::writeAtomically(path, TextFile::encode(outputCsvText(book), encoding));
+    return SafeFile::replace(path, TextFile::encode(outputCsvText(book), encoding),
+                             SymlinkRule::FollowToRegularFile);
 }

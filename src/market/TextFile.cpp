@@ -2,7 +2,6 @@
 
 #include <QDebug>
 #include <QFile>
-#include <QSaveFile>
 #include <QStringDecoder>
 #include <QStringEncoder>
 
@@ -83,21 +82,6 @@ QByteArray encode(const QString &text, TextEncoding encoding)
         return text.toUtf8();
     QStringEncoder gb18030("GB18030");
     return gb18030(text);
-}
-
-QString writeAtomically(const QString &path, const QByteArray &bytes)
-{
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return file.errorString();
-    if (file.write(bytes) != bytes.size()) {
-        const QString reason = file.errorString();
-        file.cancelWriting();
-        return reason;
-    }
-    if (!file.commit())
-        return file.errorString();
-    return {};
 }
 
 } // namespace TextFile

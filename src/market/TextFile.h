@@ -24,10 +24,6 @@ QByteArray encode(const QString &text, TextEncoding encoding);
 // A date of a data file as text: ASCII as it stands, anything else read as GBK.
 QString decodeDate(std::string_view date);
 
-// Replaces `path` through a temporary file beside it, so a failure never
-// leaves a half-written file behind. Returns an error text, empty on success.
-QString writeAtomically(const QString &path, const QByteArray &bytes);
-
 } // namespace TextFile
 
 // The file's text, or an empty text (after the log line) when it cannot be read.

@@ -3,7 +3,7 @@
 #include "IterateDataLoader.h"
 #include "StockCodeList.h"
 #include "StockQQHistoryInterface.h"
-#include "market/TextFile.h"
+#include "market/SafeFile.h"
 
 #include <QDir>
 
@@ -74,7 +74,8 @@ void KLineDownloader::onStock(const SharedStockSeries &series)
     if (series->size() < kMinimumBars) {
         fail(code, QStringLiteral("数据不足: %1 条, 至少需要 %2 条").arg(series->size()).arg(kMinimumBars));
     } else {
-        const QString error = TextFile::writeAtomically(m_dataDir + QLatin1Char('/') + code, m_body);
+        const QString error =
+            SafeFile::replace(m_dataDir + QLatin1Char('/') + code, m_body, SymlinkRule::Refuse);
         if (error.isEmpty()) {
             ++m_saved;
             emit codeSaved(code, series->size());

@@ -7,6 +7,7 @@
 #include "OrvelWidget.h"
 #include "RunningConfig.h"
 #include "StockConfigWidget.h"
+#include "market/SafeFile.h"
 #include "market/TextFile.h"
 
 #include <QDesktopServices>
@@ -72,7 +73,8 @@ void OrvelAnalyst::saveScript()
     if (path.isEmpty())
         return;
     const QString text = m_workbench->editor()->toPlainText();
-    const QString error = TextFile::writeAtomically(path, TextFile::encode(text, TextEncoding::Gbk));
+    const QString error =
+        SafeFile::replace(path, TextFile::encode(text, TextEncoding::Gbk), SymlinkRule::FollowToRegularFile);
     if (!error.isEmpty())
         qWarning().noquote() << "cannot write" << path << error;
 }

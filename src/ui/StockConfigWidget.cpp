@@ -1,6 +1,7 @@
 #include "StockConfigWidget.h"
 
 #include "RunningConfig.h"
+#include "market/SafeFile.h"
 #include "market/TextFile.h"
 
 #include <QGridLayout>
@@ -41,7 +42,8 @@ void StockConfigWidget::onConfig()
         if (line.startsWith(QLatin1String("config.")))
             config.parseConfigLine(line);
     }
-    const QString error = TextFile::writeAtomically(kConfigFile, TextFile::encode(text, TextEncoding::Gbk));
+    const QString error = SafeFile::replace(kConfigFile, TextFile::encode(text, TextEncoding::Gbk),
+                                            SymlinkRule::FollowToRegularFile);
     if (!error.isEmpty())
         qWarning().noquote() << "cannot write" << kConfigFile << error;
     config.loadConfigFile(kConfigFile);

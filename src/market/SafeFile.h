@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+// What a symbolic link at the path we replace may do.
+enum class SymlinkRule {
+    // The user's own link to a regular file (an output file, "config.conf", an
+    // exported script): the file it names is replaced and the link stays.
+    FollowToRegularFile,
+    // Files we write into a shared folder (downloads): a link planted there
+    // must not carry our write anywhere else.
+    Refuse,
+};
+
+// Replacing files without ever writing where we should not: the target must be
+// a regular file or absent, never a device, FIFO, directory or socket (a
+// rename over those would destroy the node or fail half-way).
+namespace SafeFile {
+
+// Why `path` may not be replaced, in the user's words, or an empty text when it may.
+QString refusal(const QString &path, SymlinkRule links);
+
+// Writes `bytes` to a temporary file beside the target and renames it over the
+// target, so a failure never leaves a half-written file. An error text, or empty.
+QString replace(const QString &path, const QByteArray &bytes, SymlinkRule links);
+
+} // namespace SafeFile

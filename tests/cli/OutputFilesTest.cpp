@@ -1,0 +1,58 @@
+#include "CliRun.h"
+#include "TestSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+namespace {
+
+const QString kSampleData = QStringLiteral(ORVEL_SOURCE_DIR "/data");
+
+QString writeScript(const QTemporaryDir &dir)
+{
+    const QString path = dir.filePath(QStringLiteral("s.script"));
+    writeTestFile(path, "buy.close,0>open,0");
+    return path;
+}
+
+CliRun backtestInto(const QTemporaryDir &dir, const QString &out)
+{
+    return runCli({"backtest", writeScript(dir), "--data", kSampleData, "--out", out, "--jobs", "1"},
+                  dir.path());
+}
+
+} // namespace
+
+TEST(OutputFiles, ADeviceOrFifoGivenAsOutputIsRefusedAndLeftAlone)
+{
+    QTemporaryDir dir;
+    const QStringList nodes = makeSpecialNodes(dir.path());
+    ASSERT_FALSE(nodes.isEmpty());
+    for (const QString &node : nodes) {
+        const CliRun run = backtestInto(dir, node);
+        EXPECT_TRUE(run.err.contains(QStringLiteral("not a regular file"))) << run.err.toStdString();
+        EXPECT_TRUE(run.out.startsWith(QStringLiteral("买卖次数:"))) << run.out.toStdString();
+        const QFileInfo info(node);
+        EXPECT_TRUE(info.exists() && !info.isFile() && !info.isSymLink()) << node.toStdString();
+    }
+    // Nothing was left beside them either.
+    EXPECT_EQ(QDir(dir.path()).entryList({"fifo*", "device*"}, QDir::AllEntries | QDir::System).size(),
+              nodes.size());
+}
+
+TEST(OutputFiles, ALinkedOutputReplacesTheFileItNamesAndStaysALink)
+{
+    QTemporaryDir dir;
+    QDir(dir.path()).mkdir(QStringLiteral("results"));
+    const QString real = dir.filePath(QStringLiteral("results/trades.csv"));
+    const QString link = dir.filePath(QStringLiteral("output.csv"));
+    writeTestFile(real, "old");
+    ASSERT_TRUE(QFile::link(real, link));
+    const CliRun run = backtestInto(dir, link);
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_TRUE(QFileInfo(link).isSymLink());
+    EXPECT_TRUE(readTestFile(real).startsWith("000")) << readTestFile(real).left(40).toStdString();
+}
