@@ -10,10 +10,21 @@ bool StockLoader::loadStockSeries(const QString &listedPath, const StrategyConfi
 {
     series.clear();
     series.code = stockCodeOf(listedPath);
-    if (series.code.isEmpty() || config.kFormat != QLatin1String("default"))
+    if (series.code.isEmpty()) {
+        m_lastSkip = StockSkip::Unreadable;
         return false;
-    if (!TextFile::readBytes(config.kDir + QLatin1Char('/') + series.code, m_bytes))
+    }
+    if (config.kFormat != QLatin1String("default")) {
+        m_lastSkip = StockSkip::OtherFormat;
+        return false;
+    }
+    m_lastSkip = TextFile::readStockFile(config.kDir + QLatin1Char('/') + series.code, m_bytes);
+    if (m_lastSkip != StockSkip::None)
         return false;
     parseKLineText(std::string_view(m_bytes.data(), m_bytes.size()), series);
-    return series.size() > 6;
+    if (series.size() <= 6) {
+        m_lastSkip = StockSkip::TooFewDays;
+        return false;
+    }
+    return true;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Stock.h"
+#include "StockSkip.h"
 
 #include <QString>
 
@@ -16,6 +17,10 @@ public:
     // when the series holds more than six days.
     bool loadStockSeries(const QString &listedPath, const StrategyConfig &config, StockSeries &series);
 
+    // Why the last load gave no series to walk.
+    StockSkip lastSkip() const { return m_lastSkip; }
+
 private:
     std::vector<char> m_bytes;
+    StockSkip m_lastSkip = StockSkip::None;
 };

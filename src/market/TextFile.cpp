@@ -5,6 +5,10 @@
 #include <QStringDecoder>
 #include <QStringEncoder>
 
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+
 namespace TextFile {
 namespace {
 
@@ -13,6 +17,42 @@ namespace {
 constexpr qint64 kLargestReadableFile = qint64(1) << 28;
 
 void logOpenFailure(const QString &reason) { qDebug().noquote() << "open file failed:" << reason; }
+
+StockSkip refuse(StockSkip skip, const QString &reason)
+{
+    logOpenFailure(reason);
+    return skip;
+}
+
+// Reads what is left of an open file into `bytes`, up to the size cap.
+StockSkip readToEnd(QFile &file, std::vector<char> &bytes)
+{
+    const qint64 size = file.size();
+    if (size > kLargestReadableFile)
+        return refuse(StockSkip::TooLarge, QStringLiteral("File too large"));
+    // size() is 0 for special files; read in chunks until the end in any case.
+    qint64 filled = 0;
+    bytes.resize(size_t(size > 0 ? size : 4096));
+    for (;;) {
+        if (filled == qint64(bytes.size())) {
+            if (filled >= kLargestReadableFile) {
+                bytes.clear();
+                return refuse(StockSkip::TooLarge, QStringLiteral("File too large"));
+            }
+            bytes.resize(bytes.size() * 2);
+        }
+        const qint64 got = file.read(bytes.data() + filled, qint64(bytes.size()) - filled);
+        if (got < 0) {
+            bytes.clear();
+            return refuse(StockSkip::Unreadable, file.errorString());
+        }
+        if (got == 0)
+            break;
+        filled += got;
+    }
+    bytes.resize(size_t(filled));
+    return StockSkip::None;
+}
 
 } // namespace
 
@@ -24,34 +64,30 @@ bool readBytes(const QString &path, std::vector<char> &bytes)
         logOpenFailure(file.errorString());
         return false;
     }
-    const qint64 size = file.size();
-    if (size > kLargestReadableFile) {
-        logOpenFailure(QStringLiteral("File too large"));
-        return false;
+    return readToEnd(file, bytes) == StockSkip::None;
+}
+
+StockSkip readStockFile(const QString &path, std::vector<char> &bytes)
+{
+    bytes.clear();
+    const QByteArray name = QFile::encodeName(path);
+    struct stat entry;
+    if (::lstat(name.constData(), &entry) != 0)
+        return refuse(StockSkip::Unreadable, qt_error_string(errno));
+    if (!S_ISREG(entry.st_mode))
+        return refuse(StockSkip::NotRegularFile, QStringLiteral("Not a regular file"));
+    // Opened without following a link and without waiting, in case the entry
+    // was swapped since it was looked at; what was opened is checked again.
+    const int fd = ::open(name.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0) {
+        return refuse(errno == ELOOP ? StockSkip::NotRegularFile : StockSkip::Unreadable,
+                      qt_error_string(errno));
     }
-    // size() is 0 for special files; read in chunks until the end in any case.
-    qint64 filled = 0;
-    bytes.resize(size_t(size > 0 ? size : 4096));
-    for (;;) {
-        if (filled == qint64(bytes.size())) {
-            if (filled >= kLargestReadableFile) {
-                logOpenFailure(QStringLiteral("File too large"));
-                return false;
-            }
-            bytes.resize(bytes.size() * 2);
-        }
-        const qint64 got = file.read(bytes.data() + filled, qint64(bytes.size()) - filled);
-        if (got < 0) {
-            logOpenFailure(file.errorString());
-            bytes.clear();
-            return false;
-        }
-        if (got == 0)
-            break;
-        filled += got;
-    }
-    bytes.resize(size_t(filled));
-    return true;
+    QFile file;
+    file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
+    if (::fstat(fd, &entry) != 0 || !S_ISREG(entry.st_mode))
+        return refuse(StockSkip::NotRegularFile, QStringLiteral("Not a regular file"));
+    return readToEnd(file, bytes);
 }
 
 QString decode(const QByteArray &bytes)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "StockSkip.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -16,6 +18,11 @@ namespace TextFile {
 // Reads the whole file into `bytes` (reusing its capacity). On failure logs
 // "open file failed:" with the system's reason and returns false.
 bool readBytes(const QString &path, std::vector<char> &bytes);
+
+// The same for a stock file, which must be a regular file within the size
+// cap: a FIFO, device or link found in its place is refused (with the log
+// line) before anything could wait on it or read from it.
+StockSkip readStockFile(const QString &path, std::vector<char> &bytes);
 
 // Valid UTF-8 (a leading BOM dropped) as UTF-8, anything else as GB18030.
 QString decode(const QByteArray &bytes);

@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 namespace {
@@ -67,4 +68,40 @@ TEST(DataDirectory, SixDaysAreTooFewAndOtherFormatsReadNothing)
     EXPECT_FALSE(loader.loadStockSeries(dir.filePath(QStringLiteral("600001")), config, series));
     EXPECT_EQ(series.size(), 0);
     EXPECT_FALSE(loader.loadStockSeries(QStringLiteral("/a/b"), config, series)); // shorter than seven
+}
+
+TEST(DataDirectory, AFifoDeviceLinkOrHugeFileWhereAStockShouldBeIsSkippedWithoutWaiting)
+{
+    QTemporaryDir dir;
+    QDir(dir.path()).mkdir(QStringLiteral("elsewhere"));
+    const QString real = dir.filePath(QStringLiteral("elsewhere/600003"));
+    ASSERT_TRUE(writeTestFile(real, kSevenDays));
+    QFile::link(real, dir.filePath(QStringLiteral("600003")));
+    for (const QString &node : makeSpecialNodes(dir.path()))
+        QFile::rename(node, dir.filePath(node.endsWith(QLatin1String("fifo")) ? "600001" : "600002"));
+    QFile huge(dir.filePath(QStringLiteral("600004")));
+    ASSERT_TRUE(huge.open(QIODevice::WriteOnly) && huge.resize((qint64(1) << 28) + 1));
+    huge.close();
+
+    StrategyConfig config;
+    config.kDir = dir.path();
+    StockLoader loader;
+    StockSeries series;
+    // Each is listed under another name and re-opened by its code, as runs do.
+    const std::pair<const char *, StockSkip> cases[] = {{"x600001", StockSkip::NotRegularFile},
+                                                        {"x600002", StockSkip::NotRegularFile},
+                                                        {"x600003", StockSkip::NotRegularFile},
+                                                        {"x600004", StockSkip::TooLarge}};
+    for (const auto &[listed, skip] : cases) {
+        const QString code = QString::fromLatin1(listed).mid(1);
+        if (!QFileInfo::exists(dir.filePath(code)) && !QFileInfo(dir.filePath(code)).isSymLink())
+            continue; // no device without root
+        LogCapture log;
+        EXPECT_FALSE(loader.loadStockSeries(dir.filePath(QString::fromLatin1(listed)), config, series));
+        EXPECT_EQ(loader.lastSkip(), skip) << listed;
+        ASSERT_EQ(log.lines().size(), 1);
+        EXPECT_TRUE(log.lines()[0].startsWith(QStringLiteral("open file failed:")));
+    }
+    config.kDir = dir.filePath(QStringLiteral("elsewhere")); // the link's target itself is fine
+    EXPECT_TRUE(loader.loadStockSeries(real, config, series));
 }
