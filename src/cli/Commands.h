@@ -7,11 +7,12 @@
 // returns the process's exit code.
 namespace Commands {
 
-enum ExitCode { Ok = 0, UsageError = 1, CompileError = 2, NoData = 3, DownloadFailed = 4 };
+enum ExitCode { Ok = 0, UsageError = 1, CompileError = 2, NoData = 3, DownloadFailed = 4, DataProblems = 7 };
 
 int backtest(const QStringList &arguments);
 int eval(const QStringList &arguments);
 int download(const QStringList &arguments);
+int check(const QStringList &arguments);
 
 // Prints why the options were refused (or the help text asked for) and
 // returns the exit code that goes with it.

@@ -12,6 +12,7 @@ const char kUsage[] = "用法 / usage:\n"
                       "  orvel-cli eval KLINEFILE TERM [TERM...]\n"
                       "  orvel-cli download CODE... [--codes-file FILE] [--data DIR] [--adjust hfq|qfq|bfq]"
                       " [--period day|week|month] [--host URL]\n"
+                      "  orvel-cli check [DIR]\n"
                       "Run a command with --help for its options.\n";
 
 } // namespace
@@ -37,6 +38,8 @@ int main(int argc, char *argv[])
         return Commands::eval(arguments);
     if (command == QLatin1String("download"))
         return Commands::download(arguments);
+    if (command == QLatin1String("check"))
+        return Commands::check(arguments);
     CliOutput::err(QString::fromUtf8(kUsage));
     return command == QLatin1String("--help") || command == QLatin1String("-h") ? Commands::Ok
                                                                                 : Commands::UsageError;
