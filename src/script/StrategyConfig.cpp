@@ -44,13 +44,15 @@ int StrategyConfig::parseConfigLine(const QString &line)
     else if (key == QLatin1String("config.trade.max.allow.decrease"))
         maxAllowDecrease = readFloat(value);
     else {
-        // Only an unknown key normalises the sale settings; the shipped files
-        // always carry one ("config.source.ticket.dir"), so they always run this.
+        // Only a key outside the trade settings normalises the sale settings;
+        // the shipped files always carry one ("config.source.ticket.dir"), so
+        // they always run this. The report's keys do it too: adding one to a
+        // file must never change the trades.
         if (salePoint != QLatin1String("open"))
             salePoint = QStringLiteral("close");
         if (saleRapid != QLatin1String("yes"))
             saleRapid = QStringLiteral("no");
-        return 0;
+        return report.parseConfigValue(key, value) ? 1 : 0;
     }
     return 1;
 }

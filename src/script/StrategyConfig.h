@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ReportSettings.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -18,9 +20,11 @@ struct StrategyConfig {
     float maxAllowIncrease = 3.6f;
     float maxAllowDecrease = -3.6f;
     QString buyOrder = QStringLiteral("desc");
+    // The report's account ("config.report.*"); the trades never read it.
+    ReportSettings report;
 
-    // 1: a known key was stored; 0: two fields but an unknown key (the sale
-    // settings were normalised); -1: the line is not "key,value".
+    // 1: a known key was stored; 0: two fields but an unknown key; -1: the
+    // line is not "key,value". Unknown and report keys normalise the sale settings.
     int parseConfigLine(const QString &line);
 
     // Applies "config.conf" from the working directory, or the built-in copy

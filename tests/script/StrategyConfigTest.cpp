@@ -80,3 +80,26 @@ TEST(ConfigFile, KeywordListKeepsTheReadyMadeSalePointLine)
     EXPECT_EQ(words[7], QStringLiteral("config.trade.sale.point,open"));
     EXPECT_EQ(words.last(), QStringLiteral("config.source.ticket.dir"));
 }
+
+TEST(ConfigLines, ReportKeysAreReadAndNormaliseTheSaleSettingsAsAnUnknownKeyDoes)
+{
+    StrategyConfig withReport, withUnknown;
+    for (StrategyConfig *c : {&withReport, &withUnknown}) {
+        c->parseConfigLine(QStringLiteral("config.trade.sale.point,OPEN"));
+        c->parseConfigLine(QStringLiteral("config.trade.sale.rapid,yes"));
+    }
+    EXPECT_EQ(withReport.parseConfigLine(QStringLiteral("config.report.capital,250000.5")), 1);
+    EXPECT_EQ(withUnknown.parseConfigLine(QStringLiteral("config.report.nothing,1")), 0);
+    for (const StrategyConfig *c : {&withReport, &withUnknown}) {
+        EXPECT_EQ(c->salePoint, QStringLiteral("close"));
+        EXPECT_EQ(c->saleRapid, QStringLiteral("yes"));
+    }
+    EXPECT_EQ(withReport.report.capital, 250000.5);
+    withReport.parseConfigLine(QStringLiteral("config.report.slots,4.9"));
+    withReport.parseConfigLine(QStringLiteral("config.report.commission.min,0"));
+    withReport.parseConfigLine(QStringLiteral("config.report.stamp,0.1"));
+    EXPECT_EQ(withReport.report.slotCount, 4);
+    EXPECT_EQ(withReport.report.commissionMin, 0);
+    EXPECT_EQ(withReport.report.stamp, 0.1);
+    EXPECT_EQ(withReport.report.commission, 0.025);
+}

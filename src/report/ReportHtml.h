@@ -1,0 +1,20 @@
+#pragma once
+
+#include "StrategyReport.h"
+
+#include <QByteArray>
+#include <QString>
+
+// Pictures for the page, as PNG bytes; empty where none could be drawn.
+struct ReportCharts {
+    QByteArray equity;    // account against the market, drawdown below
+    QByteArray histogram; // returns of the trades in 1 % bins
+};
+
+// "report.html": one page that needs nothing beside it (styles inline,
+// pictures embedded).
+QString reportHtml(const StrategyReport &report, const ReportCharts &charts);
+
+// How the report shows a figure: two decimals, "—" when it has none.
+QString reportNumber(const Figure &value);
+QString reportPercent(const Figure &value);

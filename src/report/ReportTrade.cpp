@@ -1,0 +1,43 @@
+#include "ReportTrade.h"
+
+#include "engine/TradeBook.h"
+
+namespace {
+
+TradeExit exitOf(const QString &status)
+{
+    for (TradeExit exit : {TradeExit::SalePoint, TradeExit::TakeProfit, TradeExit::StopLoss,
+                           TradeExit::HoldExpired, TradeExit::PendingBuy}) {
+        if (status == tradeExitText(exit))
+            return exit;
+    }
+    return TradeExit::Other;
+}
+
+} // namespace
+
+QString tradeExitText(TradeExit exit)
+{
+    switch (exit) {
+    case TradeExit::SalePoint: return QStringLiteral("卖点");
+    case TradeExit::TakeProfit: return QStringLiteral("止盈");
+    case TradeExit::StopLoss: return QStringLiteral("止损");
+    case TradeExit::HoldExpired: return QStringLiteral("持股时间到期");
+    case TradeExit::PendingBuy: return QStringLiteral("待买入");
+    case TradeExit::Other: break;
+    }
+    return QString();
+}
+
+std::vector<ReportTrade> reportTradesOf(const TradeBook &book)
+{
+    std::vector<ReportTrade> trades;
+    for (const auto &[date, records] : book.entries()) {
+        for (const TradeRecord &record : records) {
+            trades.push_back({record.code, record.buyDate, record.buyPrice, record.saleDate, record.salePrice,
+                              record.holdDays, exitOf(record.status), record.closed,
+                              record.priceKind == TradeRecord::kOrdinarySale});
+        }
+    }
+    return trades;
+}
