@@ -1,21 +1,15 @@
 #include "ReportFiles.h"
 
 #include "ReportJson.h"
-#include "market/TextFile.h"
+#include "market/SafeFile.h"
 
 #include <QDir>
-#include <QFileInfo>
 
 namespace {
 
 QString writeFile(const QString &path, const QByteArray &bytes)
 {
-    // Replacing through a temporary would turn a device or a folder of that
-    // name into a file: only a regular file or nothing may be there.
-    const QFileInfo target(path);
-    if (target.exists() && !target.isFile())
-        return QStringLiteral("%1: 不是普通文件 / not a regular file").arg(path);
-    const QString error = TextFile::writeAtomically(path, bytes);
+    const QString error = SafeFile::replace(path, bytes, SymlinkRule::FollowToRegularFile);
     return error.isEmpty() ? error : QStringLiteral("%1: %2").arg(path, error);
 }
 
