@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QStringView>
+
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -7,22 +9,28 @@
 #include <string_view>
 
 // Number conversion of every text the program reads (K-line fields, config
-// values, script arguments). Surrounding white space is ignored; only a plain
-// finite decimal "[+-](d+[.d*]|.d+)([eE][+-]d+)?" converts, correctly rounded.
+// values, script arguments). Surrounding white space is ignored, Unicode's
+// included (the ideographic space of Chinese input methods); only a plain
+// decimal "[+-](d+[.d*]|.d+)([eE][+-]d+)?" converts, correctly rounded, and it
+// must not overflow a double (one too small for the smallest double reads 0).
+// Byte texts with anything beyond ASCII are decoded first; pure ASCII never is.
 namespace DecimalNumber {
 
 std::optional<double> toDouble(std::string_view text);
+std::optional<double> toDouble(QStringView text);
 
 // The decimal rounded to a double, then to a float; 0 when it does not convert
 // or lies beyond the float range.
 float toFloat(std::string_view text);
+float toFloat(QStringView text);
 
 // Base-10 integer with optional sign; 0 for anything else or beyond 32 bits.
 int toInt(std::string_view text);
+int toInt(QStringView text);
 
 // Integer keys of the configuration: read as a float, truncated toward zero,
 // saturated at the 32-bit range.
-int toTruncatedInt(std::string_view text);
+int toTruncatedInt(QStringView text);
 
 // A double as a float, or 0 beyond the float range or where it underflows.
 inline float narrowToFloat(double value)

@@ -47,6 +47,6 @@ namespace EvaluatorArguments {
 
 QStringList split(const QString &text) { return text.split(QLatin1Char(',')); }
 
-int toInt(const QString &piece) { return DecimalNumber::toInt(piece.toStdString()); }
+int toInt(const QString &piece) { return DecimalNumber::toInt(QStringView(piece)); }
 
 } // namespace EvaluatorArguments

@@ -7,7 +7,7 @@ bool MetaEvalutor_Double::parse(const QString &text)
     const QStringList pieces = EvaluatorArguments::split(text);
     if (pieces.size() != 2 || pieces[0] != QLatin1String("value"))
         return false;
-    const std::optional<double> number = DecimalNumber::toDouble(pieces[1].toStdString());
+    const std::optional<double> number = DecimalNumber::toDouble(QStringView(pieces[1]));
     if (!number)
         return false;
     m_constant = *number;

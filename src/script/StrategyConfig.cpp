@@ -3,15 +3,6 @@
 #include "market/DecimalNumber.h"
 #include "market/TextFile.h"
 
-namespace {
-
-std::string bytesOf(const QString &text) { return text.toStdString(); }
-
-float readFloat(const QString &text) { return DecimalNumber::toFloat(bytesOf(text)); }
-int readTruncatedInt(const QString &text) { return DecimalNumber::toTruncatedInt(bytesOf(text)); }
-
-} // namespace
-
 int StrategyConfig::parseConfigLine(const QString &line)
 {
     const QStringList parts = line.split(QLatin1Char(','));
@@ -30,19 +21,19 @@ int StrategyConfig::parseConfigLine(const QString &line)
     else if (key == QLatin1String("config.trade.sale.rapid"))
         saleRapid = value;
     else if (key == QLatin1String("config.trade.max.hold.day"))
-        maxHoldDay = readTruncatedInt(value);
+        maxHoldDay = DecimalNumber::toTruncatedInt(value);
     else if (key == QLatin1String("config.trade.min.exclude"))
-        minExclude = readTruncatedInt(value);
+        minExclude = DecimalNumber::toTruncatedInt(value);
     else if (key == QLatin1String("config.trade.max.profit"))
-        maxProfit = readFloat(value);
+        maxProfit = DecimalNumber::toFloat(value);
     else if (key == QLatin1String("config.trade.max.lost"))
-        maxLost = readFloat(value);
+        maxLost = DecimalNumber::toFloat(value);
     else if (key == QLatin1String("config.trade.max.count"))
-        maxCount = readTruncatedInt(value);
+        maxCount = DecimalNumber::toTruncatedInt(value);
     else if (key == QLatin1String("config.trade.max.allow.increase"))
-        maxAllowIncrease = readFloat(value);
+        maxAllowIncrease = DecimalNumber::toFloat(value);
     else if (key == QLatin1String("config.trade.max.allow.decrease"))
-        maxAllowDecrease = readFloat(value);
+        maxAllowDecrease = DecimalNumber::toFloat(value);
     else {
         // Only a key outside the trade settings normalises the sale settings;
         // the shipped files always carry one ("config.source.ticket.dir"), so

@@ -72,6 +72,13 @@ TEST(KLineText, BadNumbersReadZeroAndNothingBreaks)
     EXPECT_FLOAT_EQ(s.bars[1].high, 0.25f);
     EXPECT_FLOAT_EQ(s.bars[1].low, 1000.0f);
     EXPECT_EQ(s.bars[1].volume, 0.0f); // underflow
+    // The ideographic space, written in GBK or in UTF-8, is white space too.
+    const StockSeries wide = parse("[[d1,\xA1\xA1"
+                                   "5\xA1\xA1,\xE3\x80\x80"
+                                   "6,7,8,9]]");
+    ASSERT_EQ(wide.size(), 1);
+    EXPECT_EQ(wide.bars[0].open, 5.0f);
+    EXPECT_EQ(wide.bars[0].close, 6.0f);
 }
 
 TEST(KLineText, OddShapesFollowTheSplittingRules)
@@ -130,10 +137,10 @@ TEST(DecimalText, IntegersReadLikeBaseTenWithBlanksAndSign)
     EXPECT_EQ(DecimalNumber::toInt("+-5"), 0);
     EXPECT_EQ(DecimalNumber::toInt("x"), 0);
     EXPECT_EQ(DecimalNumber::toInt("2147483648"), 0);
-    EXPECT_EQ(DecimalNumber::toTruncatedInt("4.7"), 4);
-    EXPECT_EQ(DecimalNumber::toTruncatedInt("-2.5"), -2);
-    EXPECT_EQ(DecimalNumber::toTruncatedInt("1e20"), 2147483647);
-    EXPECT_EQ(DecimalNumber::toTruncatedInt("-1e20"), -2147483647 - 1);
+    EXPECT_EQ(DecimalNumber::toTruncatedInt(u"4.7"), 4);
+    EXPECT_EQ(DecimalNumber::toTruncatedInt(u"-2.5"), -2);
+    EXPECT_EQ(DecimalNumber::toTruncatedInt(u"1e20"), 2147483647);
+    EXPECT_EQ(DecimalNumber::toTruncatedInt(u"-1e20"), -2147483647 - 1);
 }
 
 TEST(KLineText, QuotedTextReadsLikeTheSameTextWithoutQuotes)

@@ -1,5 +1,6 @@
 #include "TestSupport.h"
 #include "script/MetaEvalutor.h"
+#include "script/StrategyConfig.h"
 
 #include <gtest/gtest.h>
 
@@ -101,4 +102,40 @@ TEST(Terms, PatternOffsetsLookAheadAndNeedThreeBars)
     EXPECT_EQ(valueOn(*today, 2), QStringLiteral("1"));
     EXPECT_EQ(valueOn(*tomorrow, 1), QStringLiteral("1")); // judges the pattern ending on day 2
     EXPECT_EQ(valueOn(*tomorrow, 4), QStringLiteral("1")); // past the end: the whole series
+}
+
+TEST(Numbers, ReadThroughAnyWhiteSpaceAndBelowTheSmallestDouble)
+{
+    // Spaces a Chinese input method or a copied web page leaves around a number.
+    const auto valueOf = [](const char *term, int day) {
+        auto evaluator = compileTerm(QString::fromUtf8(term));
+        if (!evaluator)
+            return QStringLiteral("does not compile");
+        evaluator->bind(kSeries.view());
+        return valueOn(*evaluator, day);
+    };
+    EXPECT_EQ(valueOf("close,\u3000-1", 2), QStringLiteral("11"));
+    EXPECT_EQ(valueOf("close,\u2028-1\u0085", 2), QStringLiteral("11"));
+    EXPECT_EQ(valueOf("ma,\u30005,0", 4), QStringLiteral("12"));
+    EXPECT_EQ(valueOf("value,\u00A09", 0), QStringLiteral("9"));
+    EXPECT_EQ(valueOf("value,\u20039.5\u3000", 0), QStringLiteral("9.5"));
+    EXPECT_EQ(valueOf("value,\u3000", 0), QStringLiteral("does not compile"));
+    EXPECT_EQ(valueOf("value,\uFF19", 0), QStringLiteral("does not compile")); // a full-width digit
+
+    EXPECT_EQ(valueOf("value,1e-400", 0), QStringLiteral("0"));
+    EXPECT_EQ(valueOf("value,2.4e-324", 0), QStringLiteral("0"));
+    EXPECT_EQ(valueOf("value,2.5e-324", 0), QString::number(4.9406564584124654e-324));
+    EXPECT_EQ(valueOf("value,0.0001e-99999999999999999999", 0), QStringLiteral("0"));
+    EXPECT_EQ(valueOf("value,1e400", 0), QStringLiteral("does not compile"));
+    EXPECT_EQ(valueOf("value,0.1e310", 0), QStringLiteral("does not compile"));
+
+    StrategyConfig config;
+    config.parseConfigLine(QStringLiteral("config.trade.max.count,\u00A02"));
+    config.parseConfigLine(QStringLiteral("config.trade.max.hold.day,\u30004.7\u2003"));
+    config.parseConfigLine(QStringLiteral("config.trade.max.profit,\u300064.5"));
+    config.parseConfigLine(QStringLiteral("config.trade.max.lost,-1e-400"));
+    EXPECT_EQ(config.maxCount, 2);
+    EXPECT_EQ(config.maxHoldDay, 4);
+    EXPECT_EQ(config.maxProfit, 64.5f);
+    EXPECT_EQ(config.maxLost, 0.0f);
 }
