@@ -92,15 +92,22 @@ StockSkip readStockFile(const QString &path, std::vector<char> &bytes)
 
 QString decode(const QByteArray &bytes)
 {
-    QStringDecoder utf8(QStringDecoder::Utf8);
+    // Stateless, and a BOM kept so that exactly one is dropped below whatever
+    // the encoding; a second one is part of the text.
+    constexpr auto flags = QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom;
+    QStringDecoder utf8(QStringDecoder::Utf8, flags);
     QString text = utf8(bytes);
-    if (!utf8.hasError()) {
-        if (text.startsWith(QChar(0xFEFF)))
-            text.remove(0, 1);
-        return text;
+    if (utf8.hasError()) {
+        // A lead byte cut off at the very end would be held back for bytes that
+        // never come; a line feed behind it (never a trail byte) makes it
+        // replaced like any other invalid byte.
+        QStringDecoder gb18030("GB18030", flags);
+        text = gb18030(bytes + '\n');
+        text.chop(1);
     }
-    QStringDecoder gb18030("GB18030");
-    return gb18030(bytes);
+    if (text.startsWith(QChar(0xFEFF)))
+        text.remove(0, 1);
+    return text;
 }
 
 QString decodeDate(std::string_view date)
@@ -122,10 +129,12 @@ QByteArray encode(const QString &text, TextEncoding encoding)
 
 } // namespace TextFile
 
-QString readTextFile(const QString &path)
+std::optional<QString> TextFile::readText(const QString &path)
 {
     std::vector<char> bytes;
-    if (!TextFile::readBytes(path, bytes))
-        return {};
-    return TextFile::decode(QByteArray::fromRawData(bytes.data(), qsizetype(bytes.size())));
+    if (!readBytes(path, bytes))
+        return std::nullopt;
+    return decode(QByteArray::fromRawData(bytes.data(), qsizetype(bytes.size())));
 }
+
+QString readTextFile(const QString &path) { return TextFile::readText(path).value_or(QString()); }

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -24,11 +25,17 @@ bool readBytes(const QString &path, std::vector<char> &bytes);
 // line) before anything could wait on it or read from it.
 StockSkip readStockFile(const QString &path, std::vector<char> &bytes);
 
-// Valid UTF-8 (a leading BOM dropped) as UTF-8, anything else as GB18030.
+// Valid UTF-8 as UTF-8, anything else as GB18030 with invalid bytes replaced
+// by U+FFFD; one leading BOM is dropped.
 QString decode(const QByteArray &bytes);
+
 QByteArray encode(const QString &text, TextEncoding encoding);
 
-// A date of a data file as text: ASCII as it stands, anything else read as GBK.
+// The file's text; nothing (after the log line) when it cannot be read, which
+// an empty file is not.
+std::optional<QString> readText(const QString &path);
+
+// A date of a data file as text: ASCII as it stands, anything else decoded.
 QString decodeDate(std::string_view date);
 
 } // namespace TextFile

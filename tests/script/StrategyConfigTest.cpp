@@ -1,4 +1,7 @@
 #include "script/StrategyConfig.h"
+#include "TestSupport.h"
+#include "market/TextFile.h"
+#include "script/Script.h"
 
 #include <gtest/gtest.h>
 
@@ -71,6 +74,38 @@ TEST(ConfigFile, FallsBackToTheBuiltInCopyAndReadsCrLfGbkFiles)
     EXPECT_EQ(own.kDir, QStringLiteral("数据"));
     EXPECT_EQ(own.maxCount, 7);
     EXPECT_EQ(own.salePoint, QString());
+}
+
+TEST(ConfigFile, OneBomIsDroppedAndBadBytesAreReplacedNeverLost)
+{
+    const QString chinese = QStringLiteral("买入");
+    EXPECT_EQ(TextFile::decode("\xEF\xBB\xBF\xEF\xBB\xBF"
+                               "buy."),
+              QStringLiteral("\uFEFFbuy."));
+    EXPECT_EQ(TextFile::decode("\x84\x31\x95\x33" + TextFile::encode(chinese, TextEncoding::Gbk)), chinese);
+    EXPECT_EQ(TextFile::decode("a\x80"
+                               "b\xFF"),
+              QStringLiteral("a\uFFFDb\uFFFD"));
+
+    // A second BOM is an unknown first character: the line does not compile.
+    Script script;
+    StrategyConfig scratch;
+    int line = 0;
+    EXPECT_EQ(compileScript(script, scratch,
+                            TextFile::decode("\xEF\xBB\xBF\xEF\xBB\xBF"
+                                             "buy.close,0>open,0"),
+                            line),
+              -1);
+    EXPECT_EQ(line, 1);
+
+    // A lead byte cut off at the end of the file is kept as a replacement.
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("config.conf"));
+    ASSERT_TRUE(writeTestFile(path, "config.trade.sale.rapid,yes\nconfig.trade.sale.point,close\xA0"));
+    StrategyConfig config;
+    config.loadConfigFile(path);
+    EXPECT_EQ(config.salePoint, QStringLiteral("close\uFFFD"));
+    EXPECT_EQ(config.saleRapid, QStringLiteral("yes"));
 }
 
 TEST(ConfigFile, KeywordListKeepsTheReadyMadeSalePointLine)
