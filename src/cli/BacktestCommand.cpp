@@ -75,14 +75,15 @@ int run(const BacktestOptions &options)
     }
     config.loadConfigFile(options.config.isEmpty() ? QStringLiteral("config.conf") : options.config);
 
-    const QString text = readTextFile(options.script);
-    if (text.isEmpty()) {
+    // An empty script is read and then fails to compile on its one empty line.
+    const std::optional<QString> text = TextFile::readText(options.script);
+    if (!text) {
         CliOutput::err(QStringLiteral("无法读取脚本 / cannot read script: %1\n").arg(options.script));
         return Commands::UsageError;
     }
     Script script;
     int errorLine = 0;
-    if (compileScript(script, config, text, errorLine) != 1) {
+    if (compileScript(script, config, *text, errorLine) != 1) {
         CliOutput::err(errorLine > 0 ? QStringLiteral("预编译出错: 第:%1行有错误\n").arg(errorLine)
                                      : QStringLiteral("预编译出错: 脚本缺少买点\n"));
         return Commands::CompileError;
@@ -97,7 +98,7 @@ int run(const BacktestOptions &options)
     }
     CliOutput::ProgressBar progress;
     const TradeBook book =
-        BacktestEngine(text, config).run(files, options.jobs, [&progress](int percent, const QString &) {
+        BacktestEngine(*text, config).run(files, options.jobs, [&progress](int percent, const QString &) {
             progress.show(percent);
         });
     const QString writeError = writeOutputCsv(options.out, book, options.encoding);

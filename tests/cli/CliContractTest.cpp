@@ -29,6 +29,14 @@ TEST(CommandLine, CompileErrorsAndMissingDataAreReportedWithTheirExitCodes)
     EXPECT_EQ(run.exitCode, 2);
     EXPECT_TRUE(run.err.contains(QStringLiteral("预编译出错: 第:2行有错误"))) << run.err.toStdString();
 
+    // An empty script is one empty line; only a script that cannot be read is a usage error.
+    for (const QByteArray &empty : {QByteArray(), QByteArray("\xEF\xBB\xBF")}) {
+        run = runCli({"backtest", writeScript(dir, empty)}, dir.path());
+        EXPECT_EQ(run.exitCode, 2);
+        EXPECT_TRUE(run.err.contains(QStringLiteral("预编译出错: 第:1行有错误"))) << run.err.toStdString();
+    }
+    EXPECT_EQ(runCli({"backtest", dir.filePath("missing.script")}, dir.path()).exitCode, 1);
+
     run = runCli({"backtest", writeScript(dir, "# nothing to buy\nconfig.trade.max.count,2")}, dir.path());
     EXPECT_EQ(run.exitCode, 2);
     EXPECT_TRUE(run.err.contains(QStringLiteral("预编译出错: 脚本缺少买点")));
