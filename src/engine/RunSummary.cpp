@@ -1,5 +1,6 @@
 #include "RunSummary.h"
 
+#include <cmath>
 #include <cstdio>
 
 RunSummary RunSummary::fromBook(const TradeBook &book)
@@ -37,6 +38,9 @@ QString RunSummary::text() const
 
 QString fixedTwoDecimals(double value)
 {
+    // A zero buy price gives a not-a-number whose sign bit printf would show.
+    if (std::isnan(value))
+        return QStringLiteral("nan");
     char buffer[400];
     std::snprintf(buffer, sizeof buffer, "%.2f", value);
     return QString::fromLatin1(buffer);

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <random>
 
 namespace {
@@ -69,6 +70,16 @@ TEST(Summary, CountsOrdinarySalesOnlyWithTwoDecimalsRoundedToEven)
     EXPECT_EQ(RunSummary::fromBook(onlyRapid).text(),
               QStringLiteral("买卖次数:0\n平均持股天数:0.00\n策略成功率:0.00\n平均收益:0.00\n"));
     EXPECT_EQ(RunSummary::fromBook(TradeBook()).text(), QStringLiteral("无数据"));
+}
+
+TEST(Summary, ANotANumberPrintsAsNanWhateverItsSign)
+{
+    // Bought and sold at a zero price (a data file with zero opens): 0 / 0.
+    TradeBook book;
+    book.file(trade("a", "d1", 1, 0, 0));
+    EXPECT_EQ(RunSummary::fromBook(book).text(),
+              QStringLiteral("买卖次数:1\n平均持股天数:2.00\n策略成功率:100.00\n平均收益:nan\n"));
+    EXPECT_EQ(fixedTwoDecimals(-std::nan("")), QStringLiteral("nan"));
 }
 
 TEST(Csv, PricesInShortestPrintfFormAndNoHeader)
