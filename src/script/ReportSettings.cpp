@@ -8,13 +8,12 @@ bool ReportSettings::parseConfigValue(const QString &key, const QString &value)
 {
     if (!key.startsWith(QLatin1String("config.report.")))
         return false;
-    const std::string text = value.toStdString();
-    const double number = DecimalNumber::toDouble(text).value_or(0);
+    const double number = DecimalNumber::toDouble(QStringView(value)).value_or(0);
     const QStringView name = QStringView(key).mid(14);
     if (name == QLatin1String("capital"))
         capital = number;
     else if (name == QLatin1String("slots"))
-        slotCount = DecimalNumber::toTruncatedInt(text);
+        slotCount = DecimalNumber::toTruncatedInt(value);
     else if (name == QLatin1String("commission"))
         commission = number;
     else if (name == QLatin1String("commission.min"))
