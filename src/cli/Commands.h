@@ -7,7 +7,15 @@
 // returns the process's exit code.
 namespace Commands {
 
-enum ExitCode { Ok = 0, UsageError = 1, CompileError = 2, NoData = 3, DownloadFailed = 4, DataProblems = 7 };
+enum ExitCode {
+    Ok = 0,
+    UsageError = 1,
+    CompileError = 2,
+    NoData = 3,
+    DownloadFailed = 4,
+    Unwritable = 5,
+    DataProblems = 7
+};
 
 int backtest(const QStringList &arguments);
 int eval(const QStringList &arguments);

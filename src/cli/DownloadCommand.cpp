@@ -7,10 +7,7 @@
 #include "script/StrategyConfig.h"
 
 #include <QCommandLineParser>
-#include <QDateTime>
 #include <QEventLoop>
-
-#include <cstdlib>
 
 namespace {
 
@@ -106,8 +103,6 @@ void reportProgress(KLineDownloader &downloader)
 
 int run(const DownloadRequest &request)
 {
-    // The random suffix of each URL must differ between runs.
-    std::srand(unsigned(QDateTime::currentMSecsSinceEpoch()));
     KLineDownloader downloader;
     reportProgress(downloader);
     QEventLoop loop;
@@ -118,13 +113,21 @@ int run(const DownloadRequest &request)
         failed = failedCodes;
         loop.quit();
     });
-    downloader.start(request.codes, request.options);
+    const QString problem = downloader.start(request.codes, request.options);
+    if (!problem.isEmpty()) {
+        CliOutput::err(problem + QLatin1Char('\n'));
+        return Commands::Unwritable;
+    }
     if (downloader.isRunning())
         loop.exec();
     CliOutput::out(QStringLiteral("完成 / done: %1 个已保存 / saved, %2 个失败 / failed (%3)\n")
                        .arg(saved)
                        .arg(failed)
                        .arg(request.options.dataDir));
+    // A reply we could not write means the data directory needs the user's
+    // attention more than a code the service did not give.
+    if (downloader.unwritten() > 0)
+        return Commands::Unwritable;
     return failed == 0 ? Commands::Ok : Commands::DownloadFailed;
 }
 

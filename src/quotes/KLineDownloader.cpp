@@ -1,111 +1,217 @@
 #include "KLineDownloader.h"
 
-#include "IterateDataLoader.h"
 #include "StockCodeList.h"
-#include "StockQQHistoryInterface.h"
+#include "market/KLineCheck.h"
 #include "market/SafeFile.h"
 
 #include <QDir>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QUrl>
 
-KLineDownloader::KLineDownloader(QObject *parent) : QObject(parent) {}
+#include <utility>
 
-KLineDownloader::~KLineDownloader() { delete m_loader; }
+namespace {
 
-void KLineDownloader::start(const QStringList &codes, const Options &options)
+QString seconds(int ms) { return QString::number(ms / 1000.0); }
+
+// The first thing that makes a reply's days unfit for a backtest (days out
+// of order, prices at or below zero, high below low, control bytes, too few
+// days), or empty.
+QString daysProblem(const KLineCheck &check)
 {
-    if (isRunning())
-        return;
-    m_saved = m_failed = m_position = 0;
-    m_cancelRequested = false;
-    m_dataDir = options.dataDir;
+    if (check.problems.empty())
+        return {};
+    const KLineFinding &first = check.problems.front();
+    const QString where =
+        first.firstDate.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(first.firstDate);
+    return QStringLiteral("数据有误: %1%2").arg(problemText(first.problem), where);
+}
 
-    QStringList accepted;
+} // namespace
+
+KLineDownloader::KLineDownloader(QObject *parent) : QObject(parent)
+{
+    m_pause.setSingleShot(true);
+    m_deadline.setSingleShot(true);
+    connect(&m_pause, &QTimer::timeout, this, &KLineDownloader::requestNext);
+    connect(&m_deadline, &QTimer::timeout, this, [this] {
+        abortReply(QStringLiteral("%1 秒内没有下载完, 已中止").arg(seconds(m_deadline.interval())));
+    });
+}
+
+KLineDownloader::~KLineDownloader()
+{
+    // The reply goes with the manager; its signals must not reach a
+    // half-destroyed downloader.
+    if (m_reply)
+        m_reply->disconnect(this);
+}
+
+QString KLineDownloader::start(const QStringList &codes, const Options &options)
+{
+    if (m_running)
+        return {};
+    m_saved = m_failed = m_unwritten = m_position = 0;
+    m_cancelled = false;
+    m_queue.clear();
     for (const QString &code : codes) {
         if (StockCodeList::isStockCode(code)) {
-            accepted.append(code);
+            m_queue.append(code);
         } else {
             ++m_failed;
             emit codeRefused(code);
         }
     }
-    accepted.removeDuplicates();
-    m_count = int(accepted.size());
-    if (accepted.isEmpty()) {
+    m_queue.removeDuplicates();
+    m_count = int(m_queue.size());
+    if (m_queue.isEmpty()) {
         emit finished(m_saved, m_failed);
-        return;
+        return {};
     }
-    QDir().mkpath(m_dataDir); // a first download has no data directory yet
+    // A first download has no data directory yet.
+    if (!QDir().mkpath(options.dataDir))
+        return QStringLiteral("无法建立数据目录 %1").arg(options.dataDir);
 
-    auto history = std::make_unique<StockQQHistoryInterface>(options.host);
-    history->setOption(StockQQHistoryInterface::AdjustmentOption, options.adjustment);
-    history->setOption(StockQQHistoryInterface::PeriodOption, options.period);
-    m_loader = new IterateDataLoader(this);
-    m_loader->setUrls(history->buildUrls(accepted), accepted);
-    m_loader->setHistoryInterface(std::move(history));
-    connect(m_loader, &DataLoader::requestStarted, this, &KLineDownloader::onRequestStarted);
-    connect(m_loader, &DataLoader::requestFailed, this, &KLineDownloader::onRequestFailed);
-    connect(m_loader, &DataLoader::bodyReceived, this, [this](const QByteArray &body) { m_body = body; });
-    connect(m_loader, &DataLoader::sendStock, this, &KLineDownloader::onStock);
-    connect(m_loader, &DataLoader::sendOK, this, &KLineDownloader::finish);
-    m_loader->startNextDownload();
+    m_dataDir = options.dataDir;
+    m_history.emplace(options.host);
+    m_history->setOption(StockQQHistoryInterface::AdjustmentOption, options.adjustment);
+    m_history->setOption(StockQQHistoryInterface::PeriodOption, options.period);
+    m_pause.setInterval(options.pauseMs);
+    m_deadline.setInterval(options.deadlineMs);
+    m_silenceMs = options.silenceMs;
+    m_running = true;
+    requestNext();
+    return {};
 }
 
 void KLineDownloader::cancel()
 {
-    m_cancelRequested = true;
-    if (m_loader && !m_loader->isRequestInFlight())
+    if (!m_running)
+        return;
+    m_cancelled = true;
+    if (m_reply)
+        abortReply(QStringLiteral("已取消"));
+    else if (m_pause.isActive())
         finish();
+    // Otherwise a reply is being handled and ends the run when it is done.
 }
 
-void KLineDownloader::onRequestStarted(const QString &, const QString &code)
+void KLineDownloader::requestNext()
 {
-    emit codeStarted(++m_position, m_count, code);
-}
-
-void KLineDownloader::onRequestFailed(const QString &error, const QString &code)
-{
-    fail(code, error);
-    afterReply();
-}
-
-void KLineDownloader::onStock(const SharedStockSeries &series)
-{
-    const QString &code = series->code;
-    if (series->size() < kMinimumBars) {
-        fail(code, QStringLiteral("数据不足: %1 条, 至少需要 %2 条").arg(series->size()).arg(kMinimumBars));
-    } else {
-        const QString error =
-            SafeFile::replace(m_dataDir + QLatin1Char('/') + code, m_body, SymlinkRule::Refuse);
-        if (error.isEmpty()) {
-            ++m_saved;
-            emit codeSaved(code, series->size());
-        } else {
-            fail(code, QStringLiteral("无法写入文件: %1").arg(error));
-        }
-    }
+    m_code = m_queue.takeFirst();
+    QNetworkRequest request{QUrl(m_history->buildUrls({m_code}).constFirst())};
+    request.setTransferTimeout(m_silenceMs);
+    // The service may move a request within itself, never to another host.
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::SameOriginRedirectPolicy);
     m_body.clear();
-    afterReply();
+    m_reply = m_network.get(request);
+    connect(m_reply, &QNetworkReply::readyRead, this, &KLineDownloader::onReadyRead);
+    connect(m_reply, &QNetworkReply::finished, this, &KLineDownloader::onReplyFinished);
+    m_deadline.start();
+    emit codeStarted(++m_position, m_count, m_code);
 }
 
-void KLineDownloader::afterReply()
+// The limit holds while the body streams in: an endless reply must not take
+// the memory first and be refused after.
+void KLineDownloader::onReadyRead()
 {
-    if (m_cancelRequested)
-        finish();
+    if (m_body.size() + m_reply->bytesAvailable() > kMaxReplyBytes) {
+        abortReply(QStringLiteral("回复超过 %1 MB, 已中止").arg(kMaxReplyBytes >> 20));
+        return;
+    }
+    m_body += m_reply->readAll();
 }
 
-void KLineDownloader::fail(const QString &code, const QString &reason)
+void KLineDownloader::onReplyFinished()
+{
+    if (m_reply->bytesAvailable() > 0)
+        onReadyRead();
+    if (!m_reply) // refused as too large
+        return;
+    QNetworkReply *reply = std::exchange(m_reply, nullptr);
+    m_deadline.stop();
+    reply->deleteLater();
+    const QString failure = failureOf(reply);
+    if (failure.isEmpty())
+        keep(m_body);
+    else
+        fail(failure);
+    afterRequest();
+}
+
+void KLineDownloader::abortReply(const QString &reason)
+{
+    QNetworkReply *reply = std::exchange(m_reply, nullptr);
+    if (!reply)
+        return;
+    reply->disconnect(this);
+    reply->abort();
+    reply->deleteLater();
+    m_deadline.stop();
+    fail(reason);
+    afterRequest();
+}
+
+QString KLineDownloader::failureOf(QNetworkReply *reply) const
+{
+    switch (reply->error()) {
+    case QNetworkReply::NoError: break;
+    case QNetworkReply::OperationCanceledError:
+        return QStringLiteral("%1 秒没有收到数据, 已中止").arg(seconds(m_silenceMs));
+    case QNetworkReply::InsecureRedirectError: return QStringLiteral("服务器转向别的网站, 已拒绝");
+    // Qt reports a body that ends before its announced length, or a chunked
+    // one without its last chunk, as closed by the host.
+    case QNetworkReply::RemoteHostClosedError: return QStringLiteral("连接中断, 回复不完整");
+    default: return QStringLiteral("网络错误: %1").arg(reply->errorString());
+    }
+    const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    if (status != 200)
+        return QStringLiteral("服务器回复 %1").arg(status);
+    return {};
+}
+
+void KLineDownloader::keep(const QByteArray &body)
+{
+    const KLineCheck check = checkKLineText(std::string_view(body.constData(), size_t(body.size())));
+    QString problem = StockQQHistoryInterface::replyProblem(body, m_code);
+    if (problem.isEmpty())
+        problem = daysProblem(check);
+    if (!problem.isEmpty()) {
+        fail(problem);
+        return;
+    }
+    // A stock file is ours alone: a symlink planted in the data directory must
+    // not lead a download to overwrite a file elsewhere.
+    const QString path = m_dataDir + QLatin1Char('/') + m_code;
+    problem = SafeFile::replace(path, body, SymlinkRule::Refuse);
+    if (!problem.isEmpty()) {
+        ++m_unwritten;
+        fail(QStringLiteral("无法写入 %1: %2").arg(path, problem));
+        return;
+    }
+    ++m_saved;
+    emit codeSaved(m_code, check.days);
+}
+
+void KLineDownloader::fail(const QString &reason)
 {
     ++m_failed;
-    emit codeFailed(code, reason);
+    emit codeFailed(m_code, reason);
+}
+
+void KLineDownloader::afterRequest()
+{
+    m_body.clear();
+    if (m_cancelled || m_queue.isEmpty())
+        finish();
+    else
+        m_pause.start();
 }
 
 void KLineDownloader::finish()
 {
-    if (m_loader) {
-        // We may be inside one of the loader's own signals.
-        m_loader->disconnect(this);
-        m_loader->deleteLater();
-        m_loader = nullptr;
-    }
+    m_running = false;
+    m_pause.stop();
     emit finished(m_saved, m_failed);
 }

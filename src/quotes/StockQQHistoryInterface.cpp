@@ -1,10 +1,9 @@
 #include "StockQQHistoryInterface.h"
 
-#include "market/KLineParser.h"
-
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRandomGenerator>
 #include <QtGlobal>
-
-#include <cstdlib>
 
 namespace {
 
@@ -19,10 +18,11 @@ const QString &requestTemplate()
     return text;
 }
 
-// A number that keeps caches between us and the service from answering.
+// A number that keeps caches between us and the service from answering. The
+// fraction passes through single precision as the service has always seen it.
 qint64 randomSuffix()
 {
-    const float fraction = float(double(std::rand()) * 4.656612873077393e-10);
+    const float fraction = float(QRandomGenerator::global()->generateDouble());
     return qint64(double(fraction) * 2147483648.0);
 }
 
@@ -56,7 +56,7 @@ bool StockQQHistoryInterface::isPeriod(const QString &value)
     return value == QLatin1String("day") || value == QLatin1String("week") || value == QLatin1String("month");
 }
 
-QStringList StockQQHistoryInterface::buildUrls(const QStringList &codes)
+QStringList StockQQHistoryInterface::buildUrls(const QStringList &codes) const
 {
     QStringList urls;
     urls.reserve(codes.size());
@@ -73,19 +73,21 @@ QString StockQQHistoryInterface::urlFor(const QString &code) const
            requestTemplate().arg(marketSymbol(code), m_period, m_adjustment, QString::number(randomSuffix()));
 }
 
-StockSeries StockQQHistoryInterface::parse(QByteArrayView body)
+QString StockQQHistoryInterface::replyProblem(QByteArrayView body, const QString &code)
 {
-    StockSeries series;
-    parseKLineText(std::string_view(body.data(), size_t(body.size())), series);
-    series.code = m_code;
-    return series;
+    // The service files a stock's lists under its market symbol; an error
+    // page, a captive portal or another stock's reply has no such entry,
+    // however many bracketed items it happens to hold.
+    const QString symbol = marketSymbol(code);
+    const QJsonDocument json = QJsonDocument::fromJson(body.toByteArray());
+    if (!json.isObject() || !json.object().value(QLatin1String("data")).toObject().value(symbol).isObject())
+        return QStringLiteral("回复不是 %1 的行情数据").arg(symbol);
+    return {};
 }
 
 void StockQQHistoryInterface::setOption(int index, const QString &value)
 {
-    if (index == CodeOption)
-        m_code = value;
-    else if (index == AdjustmentOption && isAdjustment(value))
+    if (index == AdjustmentOption && isAdjustment(value))
         m_adjustment = value;
     else if (index == PeriodOption && isPeriod(value))
         m_period = value;

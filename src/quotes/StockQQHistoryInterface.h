@@ -1,22 +1,29 @@
 #pragma once
 
-#include "StockInterface.h"
+#include <QByteArrayView>
+#include <QString>
+#include <QStringList>
 
 // The adjusted history K-line request of the QQ quote service. Its reply is
 // the K-line text of the data files, wrapped in the service's JSON.
-class StockQQHistoryInterface : public StockInterface {
+class StockQQHistoryInterface {
 public:
-    enum Option { CodeOption = 0, AdjustmentOption = 1, PeriodOption = 2 };
+    enum Option { AdjustmentOption = 1, PeriodOption = 2 };
 
     // `host` is scheme and host ("https://example.com"); empty means
     // defaultHost().
     explicit StockQQHistoryInterface(const QString &host = {});
 
-    QStringList buildUrls(const QStringList &codes) override;
-    StockSeries parse(QByteArrayView body) override;
-    void setOption(int index, const QString &value) override;
+    // One URL per code, in the order of `codes`.
+    QStringList buildUrls(const QStringList &codes) const;
+    // Unknown indexes and values outside the allowed ones are ignored.
+    void setOption(int index, const QString &value);
 
-    QString code() const { return m_code; }
+    // Why `body` is not the service's answer for `code` (an error page,
+    // another stock's data), empty when it is. Its days are the K-line text
+    // of a data file.
+    static QString replyProblem(QByteArrayView body, const QString &code);
+
     QString adjustment() const { return m_adjustment; }
     QString period() const { return m_period; }
     QString host() const { return m_host; }
@@ -32,7 +39,6 @@ private:
     QString urlFor(const QString &code) const;
 
     QString m_host;
-    QString m_code;
     QString m_adjustment = QStringLiteral("hfq");
     QString m_period = QStringLiteral("day");
 };

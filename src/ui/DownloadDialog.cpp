@@ -110,7 +110,11 @@ void DownloadDialog::startDownload()
     m_progress->setMaximum(1);
     m_progress->setValue(0);
     setRunning(true);
-    m_downloader->start(codes, options);
+    const QString problem = m_downloader->start(codes, options);
+    if (!problem.isEmpty()) {
+        appendLog(problem);
+        setRunning(false);
+    }
 }
 
 void DownloadDialog::cancelDownload()

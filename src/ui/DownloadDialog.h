@@ -12,7 +12,7 @@ class QPushButton;
 // Downloads history K-lines into the configured data directory: codes typed
 // or read from a file, the adjustment and period, a progress bar and a log
 // line per code. Requests run on the event loop one after another, so the
-// windows stay responsive; cancelling stops before the next request.
+// windows stay responsive; cancelling aborts the request in flight.
 class DownloadDialog : public QDialog {
     Q_OBJECT
 public:

@@ -76,33 +76,51 @@ TEST(DownloadCommand, DownloadedFilesFeedABacktest)
     EXPECT_TRUE(trades.contains("600000,"));
 }
 
-TEST(DownloadCommand, FailedAndRefusedCodesLeaveEveryFileAsItWas)
+TEST(DownloadCommand, FailedAndRefusedCodesExitWithFourAndLeaveEveryFileAsItWas)
 {
     LocalQuoteServer server;
     server.setReply(QStringLiteral("sh600001"), {404, "no such page"});
-    server.setReply(QStringLiteral("sh600002"), {200, "{\"code\":-1,\"msg\":\"param error\"}"});
-    server.setReply(QStringLiteral("sh600003"),
-                    {200, serviceReply(QStringLiteral("sh600003"), risingDays(6))});
     QTemporaryDir work;
     const QString data = work.filePath(QStringLiteral("data")); // the configured default
     QDir().mkpath(data);
     const QByteArray previous = "[[\"2023-12-29\",\"1\",\"1\",\"1\",\"1\",\"1\"]]";
-    for (const char *code : {"600001", "600002", "600003"})
-        ASSERT_TRUE(writeTestFile(data + QLatin1Char('/') + QLatin1String(code), previous));
-    ASSERT_TRUE(writeTestFile(work.filePath(QStringLiteral("codes.txt")),
-                              "600001, 600002\n600003\n../../x 60000a sh600004\n"));
+    ASSERT_TRUE(writeTestFile(data + QStringLiteral("/600001"), previous));
+    ASSERT_TRUE(
+        writeTestFile(work.filePath(QStringLiteral("codes.txt")), "600001\n../../x 60000a, sh600004\n"));
 
     const CliResult run = runCli({"download", "--codes-file", "codes.txt"}, work.path(), server.host());
     EXPECT_EQ(run.exitCode, 4);
     EXPECT_TRUE(run.err.contains(QStringLiteral("\"../../x\""))) << run.err.toStdString();
     EXPECT_TRUE(run.err.contains(QStringLiteral("\"60000a\"")));
     EXPECT_TRUE(run.err.contains(QStringLiteral("\"sh600004\"")));
-    EXPECT_TRUE(run.out.contains(QStringLiteral("0 个已保存 / saved, 6 个失败"))) << run.out.toStdString();
-    EXPECT_EQ(server.requests().size(), 3u);
-    for (const char *code : {"600001", "600002", "600003"})
-        EXPECT_EQ(readTestFile(data + QLatin1Char('/') + QLatin1String(code)), previous) << code;
-    EXPECT_EQ(QDir(data).entryList(QDir::Files).size(), 3);
+    EXPECT_TRUE(run.out.contains(QStringLiteral("0 个已保存 / saved, 4 个失败"))) << run.out.toStdString();
+    EXPECT_EQ(server.requests().size(), 1u);
+    EXPECT_EQ(readTestFile(data + QStringLiteral("/600001")), previous);
+    EXPECT_EQ(QDir(data).entryList(QDir::Files).size(), 1);
     EXPECT_FALSE(QFile::exists(work.filePath(QStringLiteral("../x"))));
+}
+
+TEST(DownloadCommand, AnUnwritableDataDirectoryOrStockFileExitsWithFive)
+{
+    LocalQuoteServer server;
+    server.setReply(QStringLiteral("sh600000"),
+                    {200, serviceReply(QStringLiteral("sh600000"), risingDays(8))});
+    QTemporaryDir work;
+    ASSERT_TRUE(writeTestFile(work.filePath(QStringLiteral("blocked")), "a file, not a folder"));
+
+    CliResult run = runCli({"download", "600000", "--data", "blocked"}, work.path(), server.host());
+    EXPECT_EQ(run.exitCode, 5);
+    EXPECT_TRUE(run.err.contains(QStringLiteral("无法建立数据目录 blocked"))) << run.err.toStdString();
+    EXPECT_TRUE(server.requests().empty());
+
+    ASSERT_TRUE(QDir(work.path()).mkdir(QStringLiteral("data")));
+    ASSERT_TRUE(writeTestFile(work.filePath(QStringLiteral("victim")), "precious"));
+    ASSERT_TRUE(QFile::link(QStringLiteral("../victim"), work.filePath(QStringLiteral("data/600000"))));
+    run = runCli({"download", "600000"}, work.path(), server.host());
+    EXPECT_EQ(run.exitCode, 5);
+    EXPECT_TRUE(run.out.contains(QStringLiteral("无法写入 data/600000: 是符号链接")))
+        << run.out.toStdString();
+    EXPECT_EQ(readTestFile(work.filePath(QStringLiteral("victim"))), "precious");
 }
 
 TEST(DownloadCommand, BadOptionsAreUsageErrorsBeforeAnyRequest)

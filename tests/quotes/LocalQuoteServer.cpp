@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDate>
 #include <QTcpSocket>
+#include <QTimer>
 #include <QUrlQuery>
 
 #include <memory>
@@ -13,6 +14,7 @@ QByteArray reasonPhrase(int status)
 {
     switch (status) {
     case 200: return "OK";
+    case 302: return "Found";
     case 404: return "Not Found";
     case 500: return "Internal Server Error";
     default: return "Status";
@@ -82,12 +84,39 @@ void LocalQuoteServer::serve(QTcpSocket *socket)
         const QByteArray target = head->left(head->indexOf("\r\n")).split(' ').value(1);
         head->clear();
         m_requests.push_back({target, m_clock.elapsed()});
-        const Reply reply = replyFor(target);
-        socket->write("HTTP/1.1 " + QByteArray::number(reply.status) + ' ' + reasonPhrase(reply.status) +
-                      "\r\n" + "Content-Type: text/html; charset=GBK\r\nContent-Length: " +
-                      QByteArray::number(reply.body.size()) + "\r\nConnection: close\r\n\r\n" + reply.body);
-        socket->disconnectFromHost();
+        deliver(socket, replyFor(target));
     });
+}
+
+void LocalQuoteServer::deliver(QTcpSocket *socket, const Reply &reply)
+{
+    const QByteArray &body = reply.body;
+    QByteArray head = "HTTP/1.1 " + QByteArray::number(reply.status) + ' ' + reasonPhrase(reply.status) +
+                      "\r\nContent-Type: text/html; charset=GBK\r\nConnection: close\r\n" + reply.headers;
+    if (reply.delivery == Delivery::ChunkedCutShort)
+        head += "Transfer-Encoding: chunked\r\n";
+    else if (reply.delivery != Delivery::Unsized)
+        head += "Content-Length: " + QByteArray::number(body.size()) + "\r\n";
+    socket->write(head + "\r\n");
+    switch (reply.delivery) {
+    case Delivery::Whole:
+    case Delivery::Unsized: socket->write(body); break;
+    case Delivery::CutShort: socket->write(body.left(body.size() / 2)); break;
+    case Delivery::ChunkedCutShort:
+        socket->write(QByteArray::number(body.size(), 16) + "\r\n" + body + "\r\n"); // no "0" chunk
+        break;
+    case Delivery::Stall: socket->write(body.left(body.size() / 2)); return;
+    case Delivery::Drip: {
+        auto *timer = new QTimer(socket);
+        QObject::connect(timer, &QTimer::timeout, socket, [socket, body, sent = qsizetype(0)]() mutable {
+            if (sent < body.size())
+                socket->write(body.mid(sent++, 1));
+        });
+        timer->start(kDripMs);
+        return;
+    }
+    }
+    socket->disconnectFromHost();
 }
 
 LocalQuoteServer::Reply LocalQuoteServer::replyFor(const QByteArray &target) const

@@ -22,9 +22,28 @@ bool waitUntil(const std::function<bool()> &done, int timeoutMs = 10000);
 // remembers every request with its arrival time.
 class LocalQuoteServer {
 public:
+    // How a reply reaches the client; all but Whole are faults of a broken
+    // or hostile service.
+    enum class Delivery {
+        Whole,           // with its length, then the connection closes
+        CutShort,        // announces the whole length, closes after half
+        ChunkedCutShort, // chunked, closes before the last chunk
+        Unsized,         // no length: the body runs until the connection closes
+        Drip,            // one byte every kDripMs
+        Stall,           // half the body, then silence with the connection open
+    };
+    static constexpr int kDripMs = 100;
+
     struct Reply {
-        int status = 200;
+        Reply(int status = 200, const QByteArray &body = {}, Delivery delivery = Delivery::Whole,
+              const QByteArray &headers = {})
+            : status(status), body(body), delivery(delivery), headers(headers)
+        {
+        }
+        int status;
         QByteArray body;
+        Delivery delivery;
+        QByteArray headers; // extra header lines, each ending in "\r\n"
     };
     struct Request {
         QByteArray target; // path and query as sent
@@ -45,6 +64,7 @@ public:
 
 private:
     void serve(QTcpSocket *socket);
+    static void deliver(QTcpSocket *socket, const Reply &reply);
     Reply replyFor(const QByteArray &target) const;
 
     QTcpServer m_server;
