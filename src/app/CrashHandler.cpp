@@ -1,6 +1,7 @@
 #include "CrashHandler.h"
 
 #include "CrashClock.h"
+#include "CrashReportDir.h"
 #include "CrashText.h"
 
 #include <algorithm>
@@ -14,22 +15,23 @@
 #include <new>
 
 #include <execinfo.h>
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 // Everything reachable from reportAndExit() runs inside a signal handler, on
 // a heap that may be corrupt: system calls from the async-signal-safe list,
-// plain arithmetic, fixed buffers; no stdio, no allocation. Two calls are not
-// on that list: rand(), which the name demands, and backtrace(), which takes
-// the loader's lock to find unwind tables. Both may hang only if the fault
-// struck while that very lock was held; the watchdog below ends that case.
+// plain arithmetic, fixed buffers; no stdio, no allocation. One call is not on
+// that list: backtrace(), which takes the loader's lock to find unwind tables.
+// It may hang only if the fault struck while that very lock was held; the
+// watchdog below ends that case.
 namespace {
 
 constexpr int kFatalSignals[] = {SIGSEGV, SIGFPE, SIGILL, SIGBUS, SIGABRT};
 constexpr int kMaxFrames = 64;
 constexpr unsigned kWatchdogSeconds = 10;
 constexpr std::size_t kAltStackSize = 128 * 1024;
+// A name taken already (a planted file, another process's report) is tried
+// again with another random part.
+constexpr int kNameAttempts = 8;
 
 // Seconds to add to UTC for local time, taken when the handler is installed.
 // A process running across a daylight-saving change names its reports with
@@ -40,9 +42,10 @@ long long utcOffsetSeconds = 0;
 std::atomic<long> reportWriter{0};
 static_assert(std::atomic<long>::is_always_lock_free, "used from signal handlers");
 
-// The report's temporary file, so that a fault inside the writer can remove
-// it. Only the writing thread touches it.
-char pendingPath[128];
+// The report folder and its temporary file, so that a fault inside the writer
+// can remove it. Only the writing thread touches them.
+int reportDir = -1;
+char pendingName[96];
 
 struct Fault {
     int signal = 0; // 0 for the faults that are not signals
@@ -73,8 +76,8 @@ void claimReport(long self)
     if (reportWriter.compare_exchange_strong(writer, self))
         return;
     if (writer == self) {
-        if (pendingPath[0] != '\0')
-            ::unlink(pendingPath);
+        if (pendingName[0] != '\0')
+            ::unlinkat(reportDir, pendingName, 0);
         ::_exit(1);
     }
     const timespec pause{0, 100'000'000};
@@ -100,6 +103,31 @@ void armWatchdog()
     ::alarm(kWatchdogSeconds);
 }
 
+// A signal sent by a process (kill, or abort() raising its own) carries the
+// sender, not an address: saying so keeps anyone from hunting a fault that
+// never happened.
+const char *sendingCall(int code)
+{
+    switch (code) {
+    case SI_USER: return "kill()";
+    case SI_TKILL: return "tkill()";
+    case SI_QUEUE: return "sigqueue()";
+    default: return nullptr;
+    }
+}
+
+void describeOrigin(CrashText &line, const Fault &fault)
+{
+    const siginfo_t &info = *fault.info;
+    line.text(", code ").number(info.si_code);
+    if (const char *call = sendingCall(info.si_code)) {
+        line.text("\nsent with ").text(call).text(" by process ").number(info.si_pid);
+        line.text(", user ").number(info.si_uid).text(" (no memory fault)");
+    } else if (fault.signal != SIGABRT) {
+        line.text("\nfault address: ").hex(reinterpret_cast<std::uintptr_t>(info.si_addr));
+    }
+}
+
 bool writeReport(int fd, const Fault &fault, long thread, const CrashClockTime &t, int millisecond)
 {
     CrashText line;
@@ -113,11 +141,8 @@ bool writeReport(int fd, const Fault &fault, long thread, const CrashClockTime &
 
     if (fault.signal != 0) {
         line.text("cause: signal ").number(fault.signal).text(" (").text(signalName(fault.signal)).text(")");
-        if (fault.info != nullptr) {
-            line.text(", code ").number(fault.info->si_code);
-            if (fault.signal != SIGABRT)
-                line.text("\nfault address: ").hex(reinterpret_cast<std::uintptr_t>(fault.info->si_addr));
-        }
+        if (fault.info != nullptr)
+            describeOrigin(line, fault);
     } else {
         line.text("cause: ").text(fault.cause);
         if (fault.detail != nullptr)
@@ -135,6 +160,16 @@ bool writeReport(int fd, const Fault &fault, long thread, const CrashClockTime &
     return true;
 }
 
+void copyText(const char *from, char *to, std::size_t size)
+{
+    std::size_t length = 0;
+    while (from[length] != '\0' && length < size - 1) {
+        to[length] = from[length];
+        ++length;
+    }
+    to[length] = '\0';
+}
+
 [[noreturn]] void reportAndExit(const Fault &fault)
 {
     const long self = ::gettid();
@@ -145,33 +180,31 @@ bool writeReport(int fd, const Fault &fault, long thread, const CrashClockTime &
     ::clock_gettime(CLOCK_REALTIME, &now);
     const CrashClockTime local = crashClockTime(now.tv_sec + utcOffsetSeconds);
     const int millisecond = static_cast<int>(now.tv_nsec / 1'000'000);
-    const int random = std::rand() % 100;
 
-    if (::mkdir("crash", 0755) != 0 && errno != EEXIST)
+    reportDir = CrashReportDir::open("crash");
+    if (reportDir < 0)
         ::_exit(1);
-    // The millisecond takes two digits at least, three when it has them.
-    CrashText path;
-    path.text("crash/orvel.quant").number(local.year, 4).text("-").number(local.month, 2);
-    path.text("-").number(local.day, 2).text("-").number(local.hour, 2).text("-").number(local.minute, 2);
-    path.text("-").number(local.second, 2).text("-").number(millisecond, 2).text("-").number(random, 2);
-    path.text(".dmp");
+    CrashText name;
+    int fd = -1;
+    for (int attempt = 0; attempt < kNameAttempts && fd < 0; ++attempt) {
+        name = CrashReportDir::reportName(local, millisecond);
+        CrashText pending;
+        pending.text(name.c_str()).text(".tmp");
+        fd = CrashReportDir::createNew(reportDir, pending.c_str());
+        if (fd >= 0)
+            copyText(pending.c_str(), pendingName, sizeof pendingName);
+    }
+    if (fd < 0)
+        ::_exit(1);
 
     // Written beside its final name and renamed when complete, so a user never
     // finds a report cut short by a second fault or a full disk.
-    CrashText pending;
-    pending.text(path.c_str()).text(".tmp");
-    std::size_t length = 0;
-    for (const char *c = pending.c_str(); *c != '\0' && length < sizeof pendingPath - 1; ++c)
-        pendingPath[length++] = *c;
-    pendingPath[length] = '\0';
-
-    const int fd = ::open(pendingPath, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-    if (fd < 0)
-        ::_exit(1);
     bool written = writeReport(fd, fault, self, local, millisecond);
     written = ::close(fd) == 0 && written;
-    if (!written || ::rename(pendingPath, path.c_str()) != 0)
-        ::unlink(pendingPath);
+    if (written && ::renameat(reportDir, pendingName, reportDir, name.c_str()) == 0)
+        CrashReportDir::prune(reportDir);
+    else
+        ::unlinkat(reportDir, pendingName, 0);
     ::_exit(1);
 }
 

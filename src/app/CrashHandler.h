@@ -11,11 +11,13 @@
 //  - std::set_terminate, for exceptions nobody caught;
 //  - std::set_new_handler, for failed allocations.
 //
-// Linux has no minidumps; the report is text: cause, fault address, process
-// and thread, time, program version and a backtrace of the failing thread.
-// It is named "orvel.quant<year>-<month>-<day>-<hour>-<minute>-<second>-
-// <millisecond>-<rand() % 100>.dmp" in local time. Any failure while writing
-// skips the report; the exit code is 1 regardless.
+// Linux has no minidumps; the report is text: cause (the fault address, or
+// the sender of a signal sent by kill), process and thread, time, program
+// version and a backtrace of the failing thread. It is named
+// "orvel.quant<year>-<month>-<day>-<hour>-<minute>-<second>-<millisecond>-
+// <two random digits>.dmp" in local time; the 20 newest are kept. Any failure
+// while writing skips the report, and so does a "crash" that is a symlink or
+// not a directory; the exit code is 1 regardless.
 //
 // Alternate signal stacks belong to a thread. Other threads handle their
 // faults on their own stack, which serves every fault but an overflow of

@@ -5,16 +5,12 @@
 #include <QStyleFactory>
 #include <QTranslator>
 
-#include <cstdlib>
-#include <ctime>
-
 // Text encoding needs no set-up here: the program's literals are UTF-8 and
 // its own files are converted from and to GBK where they are read and written.
 int main(int argc, char *argv[])
 {
     MessageLog::install();
     QApplication app(argc, argv);
-    std::srand(static_cast<unsigned>(std::time(nullptr)));
 
     // Qt's standard dialogs in Chinese; without the catalogue they stay English.
     QTranslator translator;

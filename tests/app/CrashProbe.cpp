@@ -5,14 +5,16 @@
 
 #include <QtGlobal>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <ctime>
 #include <limits>
 #include <new>
 #include <stdexcept>
 #include <thread>
+
+#include <unistd.h>
 
 namespace {
 
@@ -39,11 +41,12 @@ void writeThroughNull()
 
 int main(int argc, char **argv)
 {
-    std::srand(static_cast<unsigned>(std::time(nullptr)));
     const char *fault = argc > 1 ? argv[1] : "none";
 
     if (std::strcmp(fault, "null-write-worker") == 0) {
         std::thread(writeThroughNull).join();
+    } else if (std::strcmp(fault, "killed") == 0) {
+        ::kill(::getpid(), SIGSEGV); // as `kill -SEGV` from a shell would
     } else if (std::strcmp(fault, "abort") == 0) {
         std::abort();
     } else if (std::strcmp(fault, "qfatal") == 0) {

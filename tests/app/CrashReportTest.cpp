@@ -1,15 +1,21 @@
+#include "TestSupport.h"
 #include "app/CrashClock.h"
+#include "app/CrashReportDir.h"
 
 #include <gtest/gtest.h>
 
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <ctime>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 
@@ -60,7 +66,13 @@ struct FaultCase {
     const char *fault;
     const char *cause; // expected in the report
     bool onWorker;     // the report must name a thread other than the main one
+    bool hasAddress = true;
 };
+
+QStringList entriesOf(const QString &dir)
+{
+    return QDir(dir).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+}
 
 } // namespace
 
@@ -68,10 +80,11 @@ TEST(CrashReport, EachFaultLeavesOneReportNamedByTimeAndExitsWithOne)
 {
     const FaultCase cases[] = {
         {"null-write-worker", "cause: signal 11 (SIGSEGV), code 1\nfault address: 0x0\n", true},
-        {"abort", "cause: signal 6 (SIGABRT)", false},
-        {"qfatal", "cause: signal 6 (SIGABRT)", false},
-        {"bad-alloc", "cause: memory allocation failed", false},
-        {"uncaught", "cause: uncaught exception: probe", false},
+        {"killed", "cause: signal 11 (SIGSEGV), code 0\nsent with kill() by process ", false, false},
+        {"abort", "cause: signal 6 (SIGABRT)", false, false},
+        {"qfatal", "cause: signal 6 (SIGABRT)", false, false},
+        {"bad-alloc", "cause: memory allocation failed", false, false},
+        {"uncaught", "cause: uncaught exception: probe", false, false},
         {"stack-overflow", "cause: signal 11 (SIGSEGV)", false},
         {"stack-overflow-worker", "cause: signal 11 (SIGSEGV)", true},
     };
@@ -99,6 +112,7 @@ TEST(CrashReport, EachFaultLeavesOneReportNamedByTimeAndExitsWithOne)
         const QString text = QString::fromLatin1(report.readAll());
         EXPECT_TRUE(text.startsWith(QStringLiteral("Orvel " ORVEL_VERSION " crash report\n")));
         EXPECT_TRUE(text.contains(QLatin1String(c.cause))) << text.toStdString();
+        EXPECT_EQ(text.contains(QLatin1String("fault address")), c.hasAddress) << text.toStdString();
         // The name carries the report's millisecond as "%02d" prints it: 7 as "07", 123 as "123".
         const QRegularExpressionMatch time =
             QRegularExpression(QStringLiteral("\ntime: [^.]+\\.(\\d{3}) ")).match(text);
@@ -124,24 +138,79 @@ TEST(CrashReport, NormalRunLeavesNoReport)
     EXPECT_TRUE(QDir(work.path()).isEmpty());
 }
 
-TEST(CrashReport, UnwritableCrashDirectorySkipsTheReportButStillExitsWithOne)
+TEST(CrashReport, ACrashPathThatIsNotARealDirectoryGetsNoReportButStillExitsWithOne)
 {
-    // A plain file where the directory should be: no directory can be made
-    // and nothing opened inside it, even for root.
+    // A plain file where the directory should be, and a link that would lead
+    // the report elsewhere.
+    for (const bool link : {false, true}) {
+        SCOPED_TRACE(link ? "symlink" : "plain file");
+        QTemporaryDir work;
+        ASSERT_TRUE(work.isValid());
+        const QString crash = work.filePath(QStringLiteral("crash"));
+        const QString elsewhere = work.filePath(QStringLiteral("elsewhere"));
+        ASSERT_TRUE(QDir().mkpath(elsewhere));
+        ASSERT_TRUE(link ? QFile::link(elsewhere, crash) : writeTestFile(crash, "not a directory"));
+
+        const ProbeRun run = runProbe(QStringLiteral("abort"), work.path());
+        EXPECT_TRUE(run.exitedNormally);
+        EXPECT_EQ(run.exitCode, 1);
+        EXPECT_EQ(entriesOf(work.path()), QStringList({"crash", "elsewhere"}));
+        EXPECT_TRUE(entriesOf(elsewhere).isEmpty());
+        EXPECT_EQ(readTestFile(crash), link ? QByteArray() : QByteArray("not a directory"));
+    }
+}
+
+TEST(CrashReport, OnlyTheTwentyNewestReportsAreKept)
+{
+    // 25 earlier reports in one second, their milliseconds from 80 to 104:
+    // "100" is newer than "99" although it sorts before it as text.
     QTemporaryDir work;
     ASSERT_TRUE(work.isValid());
-    QFile blocker(work.filePath(QStringLiteral("crash")));
-    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
-    blocker.write("not a directory");
-    blocker.close();
+    const QString crash = work.filePath(QStringLiteral("crash"));
+    ASSERT_TRUE(QDir().mkpath(crash));
+    const auto earlier = [](int ms) {
+        return QString::asprintf("orvel.quant2020-01-02-03-04-05-%02d-42.dmp", ms);
+    };
+    for (int ms = 80; ms <= 104; ++ms)
+        ASSERT_TRUE(writeTestFile(crash + QLatin1Char('/') + earlier(ms), "old"));
+    ASSERT_TRUE(writeTestFile(crash + QStringLiteral("/notes.txt"), "mine"));
 
     const ProbeRun run = runProbe(QStringLiteral("abort"), work.path());
-    EXPECT_TRUE(run.exitedNormally);
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_EQ(QDir(work.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-              QStringList{QStringLiteral("crash")});
-    ASSERT_TRUE(blocker.open(QIODevice::ReadOnly));
-    EXPECT_EQ(blocker.readAll(), QByteArray("not a directory"));
+    QStringList expected;
+    for (int ms = 86; ms <= 104; ++ms)
+        expected.append(earlier(ms));
+    QStringList left = entriesOf(crash);
+    EXPECT_TRUE(left.removeOne(QStringLiteral("notes.txt")));
+    ASSERT_EQ(left.size(), 20) << left.join(QLatin1Char(' ')).toStdString();
+    const QStringList fresh = left.filter(reportName);
+    EXPECT_EQ(fresh.size(), 20);
+    for (const QString &name : expected)
+        EXPECT_TRUE(left.removeOne(name)) << name.toStdString();
+    EXPECT_TRUE(left.size() == 1 && !left.front().startsWith(QStringLiteral("orvel.quant2020")));
+}
+
+TEST(CrashReport, ANameThatExistsIsNeverOpenedNorFollowed)
+{
+    QTemporaryDir work;
+    ASSERT_TRUE(work.isValid());
+    const QString victim = work.filePath(QStringLiteral("victim"));
+    const QString absent = work.filePath(QStringLiteral("absent"));
+    ASSERT_TRUE(writeTestFile(victim, "precious"));
+    const int dir =
+        CrashReportDir::open(QFile::encodeName(work.filePath(QStringLiteral("crash"))).constData());
+    ASSERT_GE(dir, 0);
+    ASSERT_EQ(::symlinkat(QFile::encodeName(victim).constData(), dir, "to-victim"), 0);
+    ASSERT_EQ(::symlinkat(QFile::encodeName(absent).constData(), dir, "to-absent"), 0);
+
+    EXPECT_EQ(CrashReportDir::createNew(dir, "to-victim"), -1);
+    EXPECT_EQ(CrashReportDir::createNew(dir, "to-absent"), -1);
+    EXPECT_EQ(readTestFile(victim), "precious");
+    EXPECT_FALSE(QFileInfo::exists(absent));
+    const int fd = CrashReportDir::createNew(dir, "fresh");
+    EXPECT_GE(fd, 0);
+    ::close(fd);
+    ::close(dir);
 }
 
 TEST(CrashClock, AgreesWithTheCLibraryCalendar)
