@@ -33,6 +33,9 @@ QString daysProblem(const KLineCheck &check)
 KLineDownloader::KLineDownloader(QObject *parent) : QObject(parent)
 {
     m_pause.setSingleShot(true);
+    // A coarse timer may fire 5 % early; the service must never see requests
+    // closer together than the pause.
+    m_pause.setTimerType(Qt::PreciseTimer);
     m_deadline.setSingleShot(true);
     connect(&m_pause, &QTimer::timeout, this, &KLineDownloader::requestNext);
     connect(&m_deadline, &QTimer::timeout, this, [this] {
