@@ -4,6 +4,7 @@
 #include "market/KLineCheck.h"
 #include "market/SafeFile.h"
 
+#include <QDebug>
 #include <QDir>
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -200,6 +201,8 @@ void KLineDownloader::keep(const QByteArray &body)
 void KLineDownloader::fail(const QString &reason)
 {
     ++m_failed;
+    // The log keeps why, for when the window or the terminal is gone.
+    qDebug().noquote() << QStringLiteral("下载 %1 失败: %2").arg(m_code, reason);
     emit codeFailed(m_code, reason);
 }
 

@@ -68,6 +68,7 @@ TEST(Downloader, FetchesEachCodeOnceInOrderWithThePauseBetweenAndNoRetry)
     options.pauseMs = 200;
     options.adjustment = QStringLiteral("qfq");
 
+    LogCapture log;
     ASSERT_EQ(downloader.start({"600000", "600001", "000001", "600000"}, options), QString());
     ASSERT_TRUE(waitUntil([&] { return watched.finished; }));
 
@@ -87,6 +88,9 @@ TEST(Downloader, FetchesEachCodeOnceInOrderWithThePauseBetweenAndNoRetry)
         watched.failures.value(QStringLiteral("600001")).contains(QLatin1String("Internal Server Error")))
         << watched.failures.value(QStringLiteral("600001")).toStdString();
     EXPECT_EQ(readTestFile(dir.filePath(QStringLiteral("600001"))), kOldFile);
+    ASSERT_EQ(log.lines().size(), 1);
+    EXPECT_TRUE(log.lines()[0].startsWith(QStringLiteral("下载 600001 失败: ")))
+        << log.lines()[0].toStdString();
 }
 
 TEST(Downloader, ABrokenOrHostileReplyLeavesTheOldFileByteIdentical)
