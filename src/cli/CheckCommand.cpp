@@ -21,17 +21,17 @@ struct CheckTotals {
     int hints = 0;
 };
 
-void checkOneFile(const QFileInfo &entry, std::vector<char> &bytes, CheckTotals &totals)
+void checkOneFile(const QFileInfo &entry, StockSeries &series, CheckTotals &totals)
 {
     ++totals.files;
     const QString name = entry.fileName();
-    const StockSkip skip = TextFile::readStockFile(entry.absoluteFilePath(), bytes);
+    const StockSkip skip = TextFile::readStockFile(entry.absoluteFilePath(), series.text());
     if (skip != StockSkip::None) {
         ++totals.withProblems;
         CliOutput::out(QStringLiteral("%1: %2\n").arg(name, stockSkipText(skip)));
         return;
     }
-    const KLineCheck check = checkKLineText(std::string_view(bytes.data(), bytes.size()));
+    const KLineCheck check = checkKLineText(series);
     totals.withProblems += !check.problems.empty();
     for (const KLineFinding &finding : check.problems) {
         QString line = QStringLiteral("%1: %2").arg(name, problemText(finding.problem));
@@ -70,9 +70,9 @@ int check(const QStringList &arguments)
         return NoData;
     }
     CheckTotals totals;
-    std::vector<char> bytes;
+    StockSeries series;
     for (const QFileInfo &entry : folderEntries(dir))
-        checkOneFile(entry, bytes, totals);
+        checkOneFile(entry, series, totals);
     CliOutput::out(
         QStringLiteral("共 %1 个文件, %2 个有问题, %3 条提示 / %1 files, %2 with problems, %3 hints\n")
             .arg(totals.files)

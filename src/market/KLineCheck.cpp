@@ -54,16 +54,15 @@ private:
 
 } // namespace
 
-KLineCheck checkKLineText(std::string_view text)
+KLineCheck checkKLineText(StockSeries &series)
 {
     FindingCounter counter;
     int controlBytes = 0;
-    for (const char c : text)
+    for (const char c : series.text())
         controlBytes += isControlByte(static_cast<unsigned char>(c));
     counter.add(KLineProblem::ControlBytes, controlBytes);
 
-    StockSeries series;
-    parseKLineText(text, series);
+    parseKLineText(series);
     KLineCheck check;
     check.days = series.size();
     const std::vector<Stock> &bars = series.bars;

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "Stock.h"
+
 #include <QString>
 
-#include <string_view>
 #include <vector>
 
 // What can be wrong with a K-line file: each of these gives wrong trades or
@@ -34,8 +35,9 @@ struct KLineCheck {
     std::vector<KLineJump> jumps;
 };
 
-// Checks a file's text as the run would read it.
-KLineCheck checkKLineText(std::string_view text);
+// Checks the K-line text in `series.text()` as a run would read it; the
+// series is parsed on the way.
+KLineCheck checkKLineText(StockSeries &series);
 
 // The problem in the user's words.
 QString problemText(KLineProblem problem);

@@ -2,6 +2,7 @@
 
 #include "DecimalNumber.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -21,7 +22,27 @@ std::string_view upToListClosing(std::string_view text)
     return text;
 }
 
-// Copies `text` without its double quotes; returns the length written.
+// How many days the list can hold at most: one more than its "],[" separators
+// before "]]", and no more than items of the shortest usable form ",,,,,"
+// would give. Reserving that keeps a growing series from holding its old and
+// its doubled storage at once.
+size_t itemCountAtMost(std::string_view text)
+{
+    size_t separators = 0;
+    const char *p = text.data();
+    const char *const end = p + text.size();
+    while ((p = static_cast<const char *>(std::memchr(p, ']', size_t(end - p)))) && end - p >= 2) {
+        if (p[1] == ']')
+            break;
+        if (p[1] == ',' && end - p >= 3 && p[2] == '[')
+            ++separators;
+        ++p;
+    }
+    return std::min(separators, text.size() / 8) + 1;
+}
+
+// Copies `text` without its double quotes; returns the length written. `out`
+// may be where `text` is: nothing is written ahead of what was read.
 size_t copyWithoutQuotes(std::string_view text, char *out)
 {
     char *w = out;
@@ -103,19 +124,15 @@ private:
 };
 
 // The shape every quote-service file has: ["date","n","n","n","n","n"],[...
-// read straight from the raw text. It takes an item only when reading it
-// without its quotes would give the same fields, and otherwise stops, leaving
-// the rest to the general path. Items it takes hold no "]]", so it also finds
-// the list's end on the way, without a search through the whole text.
+// read straight from the raw text, dates left where they stand. It takes an
+// item only when reading it without its quotes would give the same fields, and
+// otherwise stops, leaving the rest to the general path. Items it takes hold
+// no "]]", so it also finds the list's end on the way.
 class QuotedItemReader {
 public:
-    QuotedItemReader(const char *begin, const char *end, char *dates)
-        : m_cursor(begin), m_end(end), m_dates(dates)
-    {
-    }
+    QuotedItemReader(const char *begin, const char *end) : m_cursor(begin), m_end(end) {}
 
     const char *cursor() const { return m_cursor; }
-    char *datesEnd() const { return m_dates; }
     bool finished() const { return m_finished; }
 
     // Reads one item into `bar` (date and the five numbers) and moves past it.
@@ -153,9 +170,7 @@ public:
         } else {
             return false;
         }
-        std::memcpy(m_dates, date, dateLength);
-        bar.date = std::string_view(m_dates, dateLength);
-        m_dates += dateLength;
+        bar.date = std::string_view(date, dateLength);
         m_cursor = p;
         return true;
     }
@@ -163,7 +178,6 @@ public:
 private:
     const char *m_cursor;
     const char *m_end;
-    char *m_dates;
     bool m_finished = false;
 };
 
@@ -185,22 +199,32 @@ void appendBar(Stock bar, const float values[5], float &previousClose, std::vect
 
 void parseKLineText(std::string_view text, StockSeries &series)
 {
+    series.text().assign(text.begin(), text.end());
+    parseKLineText(series);
+}
+
+void parseKLineText(StockSeries &series)
+{
     series.bars.clear();
-    const std::string_view opened = afterListOpening(text);
-    char *buffer = series.textBuffer(opened.size() + 1);
+    if (series.text().empty())
+        return;
+    char *const text = series.text().data();
+    const std::string_view opened = afterListOpening({text, series.text().size()});
+    series.bars.reserve(itemCountAtMost(opened));
     float previousClose = -1.0f;
     float values[5];
     Stock bar;
 
-    QuotedItemReader quoted(opened.data(), opened.data() + opened.size(), buffer);
+    QuotedItemReader quoted(opened.data(), opened.data() + opened.size());
     while (!quoted.finished() && quoted.read(bar, values))
         appendBar(bar, values, previousClose, series.bars);
     if (quoted.finished())
         return;
 
-    // Everything else: drop the quotes, then split at "],[" and ",".
+    // Everything else: drop the quotes (in place, behind what the quoted
+    // reader took), then split at "],[" and ",".
     const std::string_view rest = upToListClosing(opened.substr(size_t(quoted.cursor() - opened.data())));
-    char *clean = quoted.datesEnd();
+    char *clean = text + (rest.data() - text);
     ItemScanner scanner(clean, clean + copyWithoutQuotes(rest, clean));
     while (!scanner.atEnd()) {
         bool last = false;

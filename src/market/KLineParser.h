@@ -9,3 +9,6 @@
 // `series.bars`. Never fails: what cannot be used is skipped. The code is left
 // to the caller.
 void parseKLineText(std::string_view text, StockSeries &series);
+
+// The same for the text already in `series.text()`, which is rewritten in place.
+void parseKLineText(StockSeries &series);

@@ -2,7 +2,6 @@
 
 #include <QString>
 
-#include <memory>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -22,7 +21,7 @@ struct Stock {
 
 using StockBars = std::span<const Stock>;
 
-// A stock's day series, oldest first. It owns the bytes its dates point into,
+// A stock's day series, oldest first. It owns the text its dates point into,
 // and keeps its buffers between loads so that walking a whole market does not
 // allocate once the largest file has been seen.
 class StockSeries {
@@ -44,11 +43,11 @@ public:
         bars.clear();
     }
 
-    // Scratch space for the parser: at least `size` bytes whose address stays
-    // put until the next call, so dates may point into it.
-    char *textBuffer(size_t size);
+    // The K-line text the bars were parsed from, which the parser rewrites in
+    // place and the dates point into. A file is read straight into it, so no
+    // second copy of a large file is ever held.
+    std::vector<char> &text() { return m_text; }
 
 private:
-    std::unique_ptr<char[]> m_text;
-    size_t m_textCapacity = 0;
+    std::vector<char> m_text;
 };

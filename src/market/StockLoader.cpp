@@ -18,10 +18,10 @@ bool StockLoader::loadStockSeries(const QString &listedPath, const StrategyConfi
         m_lastSkip = StockSkip::OtherFormat;
         return false;
     }
-    m_lastSkip = TextFile::readStockFile(config.kDir + QLatin1Char('/') + series.code, m_bytes);
+    m_lastSkip = TextFile::readStockFile(config.kDir + QLatin1Char('/') + series.code, series.text());
     if (m_lastSkip != StockSkip::None)
         return false;
-    parseKLineText(std::string_view(m_bytes.data(), m_bytes.size()), series);
+    parseKLineText(series);
     if (series.size() <= 6) {
         m_lastSkip = StockSkip::TooFewDays;
         return false;

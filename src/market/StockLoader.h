@@ -5,11 +5,9 @@
 
 #include <QString>
 
-#include <vector>
-
 struct StrategyConfig;
 
-// Loads listed files one after another, reusing its buffers.
+// Loads listed files one after another into a series that keeps its buffers.
 class StockLoader {
 public:
     // Reads the file the configuration names for this listing entry: the
@@ -21,6 +19,5 @@ public:
     StockSkip lastSkip() const { return m_lastSkip; }
 
 private:
-    std::vector<char> m_bytes;
     StockSkip m_lastSkip = StockSkip::None;
 };

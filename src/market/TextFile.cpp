@@ -24,30 +24,33 @@ StockSkip refuse(StockSkip skip, const QString &reason)
     return skip;
 }
 
-// Reads what is left of an open file into `bytes`, up to the size cap.
+// Reads the whole of an open file into `bytes`, up to the size cap. A regular
+// file arrives in one piece at its size; special files report no size, and a
+// file may grow while it is read, so whatever follows comes in chunks.
 StockSkip readToEnd(QFile &file, std::vector<char> &bytes)
 {
     const qint64 size = file.size();
     if (size > kLargestReadableFile)
         return refuse(StockSkip::TooLarge, QStringLiteral("File too large"));
-    // size() is 0 for special files; read in chunks until the end in any case.
+    bytes.resize(size_t(size));
     qint64 filled = 0;
-    bytes.resize(size_t(size > 0 ? size : 4096));
+    char chunk[16384];
     for (;;) {
-        if (filled == qint64(bytes.size())) {
-            if (filled >= kLargestReadableFile) {
-                bytes.clear();
-                return refuse(StockSkip::TooLarge, QStringLiteral("File too large"));
-            }
-            bytes.resize(bytes.size() * 2);
-        }
-        const qint64 got = file.read(bytes.data() + filled, qint64(bytes.size()) - filled);
+        const bool sized = filled < size;
+        const qint64 got =
+            sized ? file.read(bytes.data() + filled, size - filled) : file.read(chunk, sizeof chunk);
         if (got < 0) {
             bytes.clear();
             return refuse(StockSkip::Unreadable, file.errorString());
         }
         if (got == 0)
             break;
+        if (filled + got > kLargestReadableFile) {
+            bytes.clear();
+            return refuse(StockSkip::TooLarge, QStringLiteral("File too large"));
+        }
+        if (!sized)
+            bytes.insert(bytes.end(), chunk, chunk + got);
         filled += got;
     }
     bytes.resize(size_t(filled));
