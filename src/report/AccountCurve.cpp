@@ -148,8 +148,10 @@ AccountCurve followTrades(const std::vector<ReportTrade> &trades, const ReportMa
         if (buyDay < calendar.size())
             planned.push_back({&trade, buyDay, std::max(saleDay, buyDay)});
     }
-    std::stable_sort(planned.begin(), planned.end(),
-                     [](const Planned &a, const Planned &b) { return a.buyDay < b.buyDay; });
+    // The book is in buy-date order already unless its dates are of mixed forms.
+    const auto byBuyDay = [](const Planned &a, const Planned &b) { return a.buyDay < b.buyDay; };
+    if (!std::is_sorted(planned.begin(), planned.end(), byBuyDay))
+        std::stable_sort(planned.begin(), planned.end(), byBuyDay);
 
     Account account(market, calendar, settings);
     double yesterday = settings.capital;

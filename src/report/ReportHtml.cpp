@@ -218,7 +218,7 @@ QString reportHtml(const StrategyReport &r, const ReportCharts &charts)
         "<p style=\"color:#666\">胜率只计收益大于 0 的交易（汇总框的策略成功率把卖价等于买价也算作成功）；"
         "汇总框的买卖次数不含立即止盈的交易，这里的交易次数含。</p>");
     body += keyFigures(r);
-    body += section(QStringLiteral("账户与市场")) + picture(charts.equity, QStringLiteral("账户与市场曲线"));
+    body += section(QStringLiteral("账户与市场")) + picture(charts.account, QStringLiteral("账户与市场曲线"));
     body += section(QStringLiteral("年度收益")) + yearTable(r);
     body += section(QStringLiteral("月度收益")) + monthTable(r);
     body += section(QStringLiteral("卖出类型")) + exitTable(r);
@@ -228,7 +228,8 @@ QString reportHtml(const StrategyReport &r, const ReportCharts &charts)
     body += section(QStringLiteral("账户设置")) + settingsText(r.settings);
     return QStringLiteral("<!DOCTYPE html>\n<html lang=\"zh-CN\"><head><meta charset=\"utf-8\">"
                           "<title>策略回测报告</title></head>"
-                          "<body style=\"font-family:'Noto Sans CJK SC','Microsoft YaHei',sans-serif;"
+                          "<body style=\"font-family:'Microsoft YaHei','WenQuanYi Micro Hei','Noto Sans CJK "
+                          "SC',sans-serif;"
                           "color:#222;margin:24px auto;max-width:1000px;padding:0 16px\">%1</body></html>\n")
         .arg(body);
 }

@@ -7,7 +7,7 @@
 
 // Pictures for the page, as PNG bytes; empty where none could be drawn.
 struct ReportCharts {
-    QByteArray equity;    // account against the market, drawdown below
+    QByteArray account;   // against the market, drawdown below
     QByteArray histogram; // returns of the trades in 1 % bins
 };
 

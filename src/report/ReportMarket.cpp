@@ -82,26 +82,40 @@ std::vector<const ReportMarket::Closes *> ReportMarket::stocks() const
     return ordered;
 }
 
-ReportCalendar ReportMarket::calendar() const
+size_t ReportMarket::dayCount() const
 {
     const std::lock_guard lock(m_mutex);
-    ReportCalendar calendar;
-    std::vector<char> present(size_t(TradeDate::kSlots) + m_otherTexts.size(), 0);
-    for (const Closes &stock : m_stocks) {
-        for (uint32_t day : stock.days)
+    return size_t(TradeDate::kSlots) + m_otherTexts.size();
+}
+
+bool ReportMarket::daysInDateOrder() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_otherTexts.empty();
+}
+
+ReportCalendar ReportMarket::calendar() const
+{
+    std::vector<char> present(dayCount(), 0);
+    for (const Closes *stock : stocks()) {
+        for (uint32_t day : stock->days)
             present[day] = 1;
     }
-    std::vector<uint32_t> days;
-    for (size_t day = 0; day < present.size(); ++day) {
-        if (present[day])
-            days.push_back(uint32_t(day));
-    }
+    return calendarOf(present);
+}
+
+ReportCalendar ReportMarket::calendarOf(const std::vector<char> &present) const
+{
+    const std::lock_guard lock(m_mutex);
     // Dates order as texts; the usual form already does in day-number order.
     std::vector<std::pair<QString, uint32_t>> texts;
-    for (uint32_t day : days)
-        texts.emplace_back(textOfDay(day), day);
+    for (size_t day = 0; day < present.size(); ++day) {
+        if (present[day])
+            texts.emplace_back(textOfDay(uint32_t(day)), uint32_t(day));
+    }
     if (!m_otherTexts.empty())
         std::sort(texts.begin(), texts.end());
+    ReportCalendar calendar;
     calendar.indexOfDay.assign(present.size(), -1);
     for (const auto &[text, day] : texts) {
         calendar.indexOfDay[day] = calendar.size();

@@ -44,6 +44,11 @@ public:
     // The stocks in listing order and the calendar of their dates.
     std::vector<const Closes *> stocks() const;
     ReportCalendar calendar() const;
+    // The calendar of the day numbers marked in `present`, which has dayCount() entries.
+    ReportCalendar calendarOf(const std::vector<char> &present) const;
+    size_t dayCount() const;
+    // True when day numbers order as the date texts do (every date of the usual form).
+    bool daysInDateOrder() const;
 
 private:
     uint32_t internDay(std::string_view date);

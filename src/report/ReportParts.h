@@ -24,8 +24,13 @@ struct AccountCurve {
 AccountCurve followTrades(const std::vector<ReportTrade> &trades, const ReportMarket &market,
                           const ReportCalendar &calendar, const ReportSettings &settings);
 
-// The equal-weight market's level on each calendar day, starting at 1.
-std::vector<double> marketIndex(const ReportMarket &market, const ReportCalendar &calendar);
+// The calendar of every stock's dates, and on each of its days the level of
+// the equal-weight market, starting at 1.
+struct MarketDays {
+    ReportCalendar calendar;
+    std::vector<double> index;
+};
+MarketDays marketDays(const ReportMarket &market);
 
 // The deepest fall of a curve from its running peak, in percent.
 struct Drawdown {

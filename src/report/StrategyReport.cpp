@@ -69,12 +69,13 @@ StrategyReport computeReport(const std::vector<ReportTrade> &trades, const Repor
     report.byYear = yearTradeFigures(trades);
     report.histogram = returnHistogram(trades);
 
-    const ReportCalendar calendar = market.calendar();
+    const MarketDays days = marketDays(market);
+    const ReportCalendar &calendar = days.calendar;
+    const std::vector<double> &index = days.index;
     const AccountCurve curve = followTrades(trades, market, calendar, settings);
     const Drawdown drawdown = drawdownOf(curve.equity);
     report.account = accountFigures(curve, drawdown, calendar, settings);
 
-    const std::vector<double> index = marketIndex(market, calendar);
     const double indexEnd = index.empty() ? 1 : index.back();
     report.market.totalReturn = totalReturn(1, indexEnd);
     report.market.annualReturn = annualReturn(1, indexEnd, calendar);

@@ -105,9 +105,17 @@ std::vector<ExitFigures> exitFigures(const std::vector<ReportTrade> &trades)
 std::vector<YearFigures> yearTradeFigures(const std::vector<ReportTrade> &trades)
 {
     std::map<QString, Tally> years;
+    Tally *current = nullptr; // sales come mostly in date order: look a year up when it changes
+    QString currentYear;
     for (const ReportTrade &trade : trades) {
-        if (trade.isClosed())
-            years[trade.saleDate.left(4)].add(trade.returnPercent());
+        if (!trade.isClosed())
+            continue;
+        const QStringView year = QStringView(trade.saleDate).left(4);
+        if (!current || year != currentYear) {
+            currentYear = year.toString();
+            current = &years[currentYear];
+        }
+        current->add(trade.returnPercent());
     }
     std::vector<YearFigures> figures;
     for (const auto &[year, tally] : years)

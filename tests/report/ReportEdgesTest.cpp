@@ -148,3 +148,33 @@ TEST(ReportFiles, ThePageSaysWhenThereWereNoTradesAndAFolderInTheWayIsAnError)
     ASSERT_TRUE(QDir(out).mkdir(QStringLiteral("equity.csv")));
     EXPECT_TRUE(writeReportFiles(out, report, {}).contains(QStringLiteral("equity.csv")));
 }
+
+TEST(Report, DatesOfAnotherFormGiveTheSameMarketAndAccount)
+{
+    const std::vector<ReportTrade> usualTrades = {
+        closedTrade("600000", "2024-01-03", 10, "2024-01-05", 12, 3, TradeExit::SalePoint)};
+    std::vector<ReportTrade> otherTrades = usualTrades;
+    otherTrades[0].buyDate = QStringLiteral("2024/01/03");
+    otherTrades[0].saleDate = QStringLiteral("2024/01/05");
+    const double none = NAN;
+    TestMarket usual({"2024-01-02", "2024-01-03", "2024-01-04", "2024-01-05"});
+    TestMarket other({"2024/01/02", "2024/01/03", "2024/01/04", "2024/01/05"});
+    for (TestMarket *m : {&usual, &other}) {
+        m->add("000001", {8, none, 10, 12});
+        m->add("600000", {10, 11, none, 12});
+        m->add("000002", {none, 4, 5, 6});
+    }
+    const StrategyReport a = computeReport(usualTrades, usual.market, ReportSettings());
+    const StrategyReport b = computeReport(otherTrades, other.market, ReportSettings());
+    ASSERT_EQ(a.daily.size(), 4u);
+    ASSERT_EQ(b.daily.size(), 4u);
+    // 3rd: only 600000 has the 2nd too; 4th: only 000002; 5th: 000001 and 000002.
+    const double levels[] = {1, 1.1, 1.375, 1.65};
+    for (size_t day = 0; day < 4; ++day) {
+        EXPECT_NEAR(a.daily[day].market, 1e6 * levels[day], 1e-3) << day;
+        EXPECT_EQ(a.daily[day].market, b.daily[day].market) << day;
+        EXPECT_EQ(a.daily[day].equity, b.daily[day].equity) << day;
+    }
+    EXPECT_EQ(a.daily[1].positions, 1);
+    EXPECT_EQ(*a.account.totalReturn, *b.account.totalReturn);
+}
