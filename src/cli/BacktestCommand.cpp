@@ -1,3 +1,4 @@
+#include "BacktestReport.h"
 #include "CliOutput.h"
 #include "Commands.h"
 #include "engine/BacktestEngine.h"
@@ -16,6 +17,7 @@ struct BacktestOptions {
     QString data;
     QString out = QStringLiteral("output.csv");
     QString config;
+    QString report; // a folder for the report files, or empty for none
     int jobs = BacktestEngine::defaultJobs();
     TextEncoding encoding = TextEncoding::Gbk;
 };
@@ -38,7 +40,10 @@ QString readOptions(const QStringList &arguments, BacktestOptions &options)
     const QCommandLineOption encoding(QStringLiteral("encoding"),
                                       QStringLiteral("CSV encoding: gbk or utf-8"), QStringLiteral("NAME"),
                                       QStringLiteral("gbk"));
-    parser.addOptions({data, out, config, jobs, encoding});
+    const QCommandLineOption report(QStringLiteral("report"),
+                                    QStringLiteral("write report.json, equity.csv and report.html into DIR"),
+                                    QStringLiteral("DIR"));
+    parser.addOptions({data, out, config, jobs, encoding, report});
     if (!parser.parse(arguments))
         return parser.errorText();
     if (parser.isSet(QStringLiteral("help")))
@@ -50,6 +55,7 @@ QString readOptions(const QStringList &arguments, BacktestOptions &options)
     options.data = parser.value(data);
     options.out = parser.value(out);
     options.config = parser.value(config);
+    options.report = parser.value(report);
     if (parser.isSet(jobs)) {
         bool ok = false;
         options.jobs = parser.value(jobs).toInt(&ok);
@@ -97,16 +103,20 @@ int run(const BacktestOptions &options)
         return Commands::NoData;
     }
     CliOutput::ProgressBar progress;
+    BacktestReport report;
     const TradeBook book =
-        BacktestEngine(*text, config).run(files, options.jobs, [&progress](int percent, const QString &) {
-            progress.show(percent);
-        });
+        BacktestEngine(*text, config)
+            .run(
+                files, options.jobs, [&progress](int percent, const QString &) { progress.show(percent); },
+                options.report.isEmpty() ? BacktestEngine::StockObserver() : report.observer());
     const QString writeError = writeOutputCsv(options.out, book, options.encoding);
     if (!writeError.isEmpty())
         CliOutput::err(QStringLiteral("无法写入 / cannot write %1: %2\n").arg(options.out, writeError));
     // The summary box's text; "无数据" gets the line end the figures carry.
     const QString summary = RunSummary::fromBook(book).text();
     CliOutput::out(summary.endsWith(QLatin1Char('\n')) ? summary : summary + QLatin1Char('\n'));
+    if (!options.report.isEmpty() && !report.write(options.report, book, config.report))
+        return Commands::Unwritable;
     return Commands::Ok;
 }
 

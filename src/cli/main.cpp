@@ -4,16 +4,37 @@
 
 #include <QCoreApplication>
 
+#include <memory>
+
+#ifdef ORVEL_REPORT_CHARTS
+#include <QApplication>
+#endif
+
 namespace {
 
 const char kUsage[] = "用法 / usage:\n"
                       "  orvel-cli backtest SCRIPT [--data DIR] [--out FILE] [--config FILE] [--jobs N]"
-                      " [--encoding gbk|utf-8]\n"
+                      " [--encoding gbk|utf-8] [--report DIR]\n"
                       "  orvel-cli eval KLINEFILE TERM [TERM...]\n"
                       "  orvel-cli download CODE... [--codes-file FILE] [--data DIR] [--adjust hfq|qfq|bfq]"
                       " [--period day|week|month] [--host URL]\n"
                       "  orvel-cli check [DIR]\n"
                       "Run a command with --help for its options.\n";
+
+// The report's charts are drawn with widgets, off screen; nothing else
+// needs more than the core application.
+std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv)
+{
+#ifdef ORVEL_REPORT_CHARTS
+    for (int i = 2; argc > 1 && qstrcmp(argv[1], "backtest") == 0 && i < argc; ++i) {
+        if (qstrcmp(argv[i], "--report") == 0 || QByteArray(argv[i]).startsWith("--report=")) {
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+            return std::make_unique<QApplication>(argc, argv);
+        }
+    }
+#endif
+    return std::make_unique<QCoreApplication>(argc, argv);
+}
 
 } // namespace
 
@@ -26,7 +47,7 @@ int Commands::refuseOptions(const QString &problem, const QStringList &arguments
 int main(int argc, char *argv[])
 {
     MessageLog::install();
-    QCoreApplication app(argc, argv);
+    const std::unique_ptr<QCoreApplication> app = makeApplication(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("orvel-cli"));
     QCoreApplication::setApplicationVersion(QStringLiteral(ORVEL_VERSION));
 

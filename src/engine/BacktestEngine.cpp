@@ -59,7 +59,8 @@ private:
 
 // One worker: its own compiled statements (they cache per-stock values) and
 // its own buffers, reused from stock to stock.
-void work(const QString &scriptText, const StrategyConfig &config, FileQueue &queue)
+void work(const QString &scriptText, const StrategyConfig &config, FileQueue &queue,
+          const BacktestEngine::StockObserver &observer)
 {
     StrategyConfig scratch = config;
     Script script;
@@ -72,6 +73,8 @@ void work(const QString &scriptText, const StrategyConfig &config, FileQueue &qu
         if (loader.loadStockSeries(queue.files[index], config, series)) {
             script.bind(series.view());
             simulator.simulateStock(series, script, queue.tradesByFile[size_t(index)]);
+            if (observer)
+                observer(index, series);
         }
         queue.finish(index);
     }
@@ -86,15 +89,17 @@ BacktestEngine::BacktestEngine(QString scriptText, StrategyConfig config)
 
 int BacktestEngine::defaultJobs() { return int(std::max(1u, std::thread::hardware_concurrency())); }
 
-TradeBook BacktestEngine::run(const StockFileList &files, int jobs, const Progress &progress) const
+TradeBook BacktestEngine::run(const StockFileList &files, int jobs, const Progress &progress,
+                              const StockObserver &observer) const
 {
     DayLimitedFiling book(m_config.maxCount, m_config.buyOrder);
     FileQueue queue(files, progress, book);
     const int workers = std::clamp(jobs, 1, std::max(1, int(files.size())));
     std::vector<std::thread> threads;
     for (int i = 1; i < workers; ++i)
-        threads.emplace_back(work, std::cref(m_scriptText), std::cref(m_config), std::ref(queue));
-    work(m_scriptText, m_config, queue);
+        threads.emplace_back(work, std::cref(m_scriptText), std::cref(m_config), std::ref(queue),
+                             std::cref(observer));
+    work(m_scriptText, m_config, queue, observer);
     for (std::thread &thread : threads)
         thread.join();
     return book.finish();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TradeBook.h"
+#include "market/Stock.h"
 #include "market/StockFileList.h"
 #include "script/StrategyConfig.h"
 
@@ -15,12 +16,17 @@ public:
     // that file and its path. May be called from a worker thread.
     using Progress = std::function<void(int percent, const QString &path)>;
 
+    // Sees the bars of every stock simulated (the files with more than six
+    // days) with the file's place in the listing; called on the worker threads.
+    using StockObserver = std::function<void(int fileIndex, const StockSeries &series)>;
+
     // `scriptText` must have compiled; `config` is the configuration after
     // compiling it.
     BacktestEngine(QString scriptText, StrategyConfig config);
 
     // The trades with the per-day buy limit already applied.
-    TradeBook run(const StockFileList &files, int jobs, const Progress &progress = {}) const;
+    TradeBook run(const StockFileList &files, int jobs, const Progress &progress = {},
+                  const StockObserver &observer = {}) const;
 
     // The number of worker threads when the user names none.
     static int defaultJobs();

@@ -1,0 +1,32 @@
+#include "BacktestReport.h"
+
+#include "CliOutput.h"
+#include "report/ReportFiles.h"
+#include "report/ReportTrade.h"
+
+#ifdef ORVEL_REPORT_CHARTS
+#include "reportcharts/ReportPlots.h"
+
+#include <QApplication>
+#endif
+
+BacktestEngine::StockObserver BacktestReport::observer()
+{
+    return [this](int fileIndex, const StockSeries &series) {
+        m_market.addStock(fileIndex, series.code, series.view());
+    };
+}
+
+bool BacktestReport::write(const QString &dir, const TradeBook &book, const ReportSettings &settings)
+{
+    const StrategyReport report = computeReport(reportTradesOf(book), m_market, settings);
+    ReportCharts charts;
+#ifdef ORVEL_REPORT_CHARTS
+    if (qobject_cast<QApplication *>(QCoreApplication::instance()))
+        charts = ReportPlots::render(report);
+#endif
+    const QString error = writeReportFiles(dir, report, charts);
+    if (!error.isEmpty())
+        CliOutput::err(QStringLiteral("无法写入报告 / cannot write the report: %1\n").arg(error));
+    return error.isEmpty();
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "engine/BacktestEngine.h"
+#include "report/ReportMarket.h"
+#include "script/ReportSettings.h"
+
+// `backtest --report DIR`: keeps the closes of the stocks while the run walks
+// them, then writes the report files.
+class BacktestReport {
+public:
+    BacktestEngine::StockObserver observer();
+
+    // Writes "report.json", "equity.csv" and "report.html" into `dir`; false
+    // after saying why not.
+    bool write(const QString &dir, const TradeBook &book, const ReportSettings &settings);
+
+private:
+    ReportMarket m_market;
+};

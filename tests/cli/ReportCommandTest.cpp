@@ -1,0 +1,57 @@
+#include "CliRun.h"
+#include "TestSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+
+namespace {
+
+const QString kSampleData = QStringLiteral(ORVEL_SOURCE_DIR "/data");
+const QString kDefaultScript = QStringLiteral(ORVEL_SOURCE_DIR "/src/resources/default.script");
+
+CliRun backtest(const QTemporaryDir &dir, const QString &out, const QStringList &more)
+{
+    return runCli(QStringList{"backtest", kDefaultScript, "--data", kSampleData, "--out", dir.filePath(out)} +
+                      more,
+                  dir.path());
+}
+
+} // namespace
+
+TEST(ReportCommand, WritesTheReportAndLeavesTheRunAsItWas)
+{
+    QTemporaryDir dir;
+    const CliRun plain = backtest(dir, "plain.csv", {"--jobs", "1"});
+    const CliRun one = backtest(dir, "one.csv", {"--jobs", "1", "--report", dir.filePath("one")});
+    const CliRun two = backtest(dir, "two.csv", {"--jobs", "2", "--report", dir.filePath("two")});
+    ASSERT_EQ(plain.exitCode, 0);
+    EXPECT_EQ(one.exitCode, 0) << one.err.toStdString();
+    EXPECT_EQ(one.out, plain.out);
+    EXPECT_EQ(readTestFile(dir.filePath("one.csv")), readTestFile(dir.filePath("plain.csv")));
+    for (const char *name : {"report.json", "equity.csv", "report.html"}) {
+        const QByteArray bytes = readTestFile(QDir(dir.filePath("one")).filePath(QString::fromLatin1(name)));
+        EXPECT_FALSE(bytes.isEmpty()) << name;
+        EXPECT_EQ(bytes, readTestFile(QDir(dir.filePath("two")).filePath(QString::fromLatin1(name)))) << name;
+    }
+    const QJsonObject json = QJsonDocument::fromJson(readTestFile(dir.filePath("one/report.json"))).object();
+    // The summary's own count: the line "买卖次数:N" of the same run.
+    EXPECT_TRUE(
+        plain.out.startsWith(QStringLiteral("买卖次数:%1\n").arg(json["trades"]["summaryCount"].toInt())));
+    EXPECT_GT(json["daily"].toArray().size(), 0);
+}
+
+TEST(ReportCommand, AReportThatCannotBeWrittenExitsWithFive)
+{
+    QTemporaryDir dir;
+    ASSERT_TRUE(writeTestFile(dir.filePath("taken"), "a file where the folder should be"));
+    const CliRun run = backtest(dir, "out.csv", {"--report", dir.filePath("taken")});
+    EXPECT_EQ(run.exitCode, 5);
+    EXPECT_TRUE(run.err.contains(QStringLiteral("无法写入报告"))) << run.err.toStdString();
+    EXPECT_TRUE(run.out.startsWith(QStringLiteral("买卖次数:"))); // the run itself still reports
+    EXPECT_EQ(readTestFile(dir.filePath("taken")), "a file where the folder should be");
+}
