@@ -86,6 +86,13 @@ KLineCheck checkKLineText(StockSeries &series)
     return check;
 }
 
+KLineCheck checkKLineText(std::string_view text)
+{
+    StockSeries series;
+    series.text().assign(text.begin(), text.end());
+    return checkKLineText(series);
+}
+
 QString problemText(KLineProblem problem)
 {
     switch (problem) {

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <string_view>
 #include <vector>
 
 // What can be wrong with a K-line file: each of these gives wrong trades or
@@ -38,6 +39,9 @@ struct KLineCheck {
 // Checks the K-line text in `series.text()` as a run would read it; the
 // series is parsed on the way.
 KLineCheck checkKLineText(StockSeries &series);
+
+// The same for text held elsewhere (a downloaded reply), checked on a copy.
+KLineCheck checkKLineText(std::string_view text);
 
 // The problem in the user's words.
 QString problemText(KLineProblem problem);
