@@ -115,6 +115,8 @@ int run(const BacktestOptions &options)
     // The summary box's text; "无数据" gets the line end the figures carry.
     const QString summary = RunSummary::fromBook(book).text();
     CliOutput::out(summary.endsWith(QLatin1Char('\n')) ? summary : summary + QLatin1Char('\n'));
+    if (!writeError.isEmpty())
+        return Commands::Unwritable;
     if (!options.report.isEmpty() && !report.write(options.report, book, config.report))
         return Commands::Unwritable;
     return Commands::Ok;

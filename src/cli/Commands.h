@@ -14,6 +14,7 @@ enum ExitCode {
     NoData = 3,
     DownloadFailed = 4,
     Unwritable = 5,
+    OutOfMemory = 6,
     DataProblems = 7
 };
 

@@ -1,5 +1,6 @@
 #include "CliOutput.h"
 #include "Commands.h"
+#include "OutOfMemory.h"
 #include "app/MessageLog.h"
 
 #include <QCoreApplication>
@@ -46,6 +47,7 @@ int Commands::refuseOptions(const QString &problem, const QStringList &arguments
 
 int main(int argc, char *argv[])
 {
+    OutOfMemory::install();
     MessageLog::install();
     const std::unique_ptr<QCoreApplication> app = makeApplication(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("orvel-cli"));

@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QProcess>
 #include <QTemporaryDir>
 
 namespace {
@@ -33,6 +34,7 @@ TEST(OutputFiles, ADeviceOrFifoGivenAsOutputIsRefusedAndLeftAlone)
     ASSERT_FALSE(nodes.isEmpty());
     for (const QString &node : nodes) {
         const CliRun run = backtestInto(dir, node);
+        EXPECT_EQ(run.exitCode, 5);
         EXPECT_TRUE(run.err.contains(QStringLiteral("not a regular file"))) << run.err.toStdString();
         EXPECT_TRUE(run.out.startsWith(QStringLiteral("买卖次数:"))) << run.out.toStdString();
         const QFileInfo info(node);
@@ -55,4 +57,39 @@ TEST(OutputFiles, ALinkedOutputReplacesTheFileItNamesAndStaysALink)
     EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_TRUE(QFileInfo(link).isSymLink());
     EXPECT_TRUE(readTestFile(real).startsWith("000")) << readTestFile(real).left(40).toStdString();
+}
+
+TEST(OutputFiles, AnOutputThatCannotBeWrittenEndsWithExitFiveAfterTheSummary)
+{
+    QTemporaryDir dir;
+    QDir(dir.path()).mkdir(QStringLiteral("folder"));
+    for (const QString &out : {dir.filePath(QStringLiteral("missing/output.csv")), dir.filePath("folder")}) {
+        const CliRun run = backtestInto(dir, out);
+        EXPECT_EQ(run.exitCode, 5) << out.toStdString();
+        EXPECT_TRUE(run.out.startsWith(QStringLiteral("买卖次数:"))) << run.out.toStdString();
+        EXPECT_TRUE(run.err.contains(QStringLiteral("无法写入 / cannot write ") + out))
+            << run.err.toStdString();
+    }
+    EXPECT_FALSE(QFileInfo::exists(dir.filePath(QStringLiteral("missing"))));
+}
+
+TEST(OutputFiles, RunningOutOfMemoryEndsWithExitSixAndNoCrash)
+{
+    QTemporaryDir dir;
+    QDir(dir.path()).mkdir(QStringLiteral("data"));
+    // A file the run may read but not hold under a 200 MB address-space limit.
+    QFile big(dir.filePath(QStringLiteral("data/600000")));
+    ASSERT_TRUE(big.open(QIODevice::WriteOnly) && big.resize(qint64(250) << 20));
+    big.close();
+    QProcess shell;
+    shell.setWorkingDirectory(dir.path());
+    shell.start(QStringLiteral("/bin/sh"),
+                {"-c", QStringLiteral("ulimit -v 200000; exec \"%1\" backtest \"%2\" "
+                                      "--data data --jobs 1")
+                           .arg(QStringLiteral(ORVEL_CLI), writeScript(dir))});
+    ASSERT_TRUE(shell.waitForFinished(60000));
+    EXPECT_EQ(shell.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(shell.exitCode(), 6);
+    EXPECT_TRUE(QString::fromUtf8(shell.readAllStandardError()).contains(QStringLiteral("内存不足")));
+    EXPECT_FALSE(QFileInfo::exists(dir.filePath(QStringLiteral("crash"))));
 }
