@@ -5,10 +5,15 @@
 
 #include "market/TextFile.h"
 
+#include <cstdio>
 #include <cstdlib>
+#include <sys/stat.h>
 
 namespace MessageLog {
 namespace {
+
+const char kLogName[] = "output.txt";
+const char kPreviousLogName[] = "output.txt.1";
 
 QString typeText(QtMsgType type, const QString &message)
 {
@@ -19,6 +24,23 @@ QString typeText(QtMsgType type, const QString &message)
     case QtFatalMsg: return QStringLiteral("Fatal: %1").arg(message);
     default: return {};
     }
+}
+
+// The log grows with every run; past this size it starts afresh, keeping the
+// previous one as "output.txt.1".
+constexpr qint64 kLargestLog = qint64(10) << 20;
+
+// Moves a full log aside. Lock-free: only the writer whose open file is still
+// the one under the log's name moves it; another writer that raced it keeps
+// writing its line to the moved file.
+void rotateIfFull(const QFile &log)
+{
+    struct stat opened;
+    struct stat named;
+    if (::fstat(log.handle(), &opened) != 0 || opened.st_size < kLargestLog)
+        return;
+    if (::stat(kLogName, &named) == 0 && named.st_ino == opened.st_ino && named.st_dev == opened.st_dev)
+        ::rename(kLogName, kPreviousLogName);
 }
 
 } // namespace
@@ -36,9 +58,15 @@ void handler(QtMsgType type, const QMessageLogContext &, const QString &message)
         std::abort(); // the crash handler leaves a report; the log gets nothing
     // Opened and closed per message: lines from the worker and the interface
     // thread may interleave, but each is written whole.
-    QFile log(QStringLiteral("output.txt"));
+    QFile log(QString::fromLatin1(kLogName));
     if (!log.open(QIODevice::WriteOnly | QIODevice::Append))
         return;
+    rotateIfFull(log);
+    if (!log.exists()) {
+        log.close();
+        if (!log.open(QIODevice::WriteOnly | QIODevice::Append))
+            return;
+    }
     log.write(TextFile::encode(formatLine(type, message) + QLatin1Char('\n'), TextEncoding::Gbk));
 }
 

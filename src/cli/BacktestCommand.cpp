@@ -74,7 +74,9 @@ QString readOptions(const QStringList &arguments, BacktestOptions &options)
 int run(const BacktestOptions &options)
 {
     StrategyConfig config;
-    if (!options.config.isEmpty() && !QFileInfo(options.config).isReadable()) {
+    // A folder or a FIFO would read as an empty configuration, or never end.
+    const QFileInfo configFile(options.config);
+    if (!options.config.isEmpty() && (!configFile.isFile() || !configFile.isReadable())) {
         CliOutput::err(
             QStringLiteral("无法读取配置文件 / cannot read configuration: %1\n").arg(options.config));
         return Commands::UsageError;

@@ -55,6 +55,7 @@ TEST(CommandLine, ConfigurationComesFromTheWorkingDirectoryThenTheScriptThenData
     writeTestFile(dir.filePath(QStringLiteral("config.conf")), "config.source.k.dir,nowhere\r\n");
     const QString script = writeScript(dir, "buy.close,0>open,0");
     EXPECT_EQ(runCli({"backtest", script}, dir.path()).exitCode, 3);
+    EXPECT_EQ(runCli({"backtest", script, "--config", dir.path()}, dir.path()).exitCode, 1);
     const CliRun run = runCli({"backtest", script, "--data", kSampleData}, dir.path());
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_TRUE(run.out.startsWith(QStringLiteral("买卖次数:"))) << run.out.toStdString();

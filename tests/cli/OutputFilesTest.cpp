@@ -93,3 +93,18 @@ TEST(OutputFiles, RunningOutOfMemoryEndsWithExitSixAndNoCrash)
     EXPECT_TRUE(QString::fromUtf8(shell.readAllStandardError()).contains(QStringLiteral("内存不足")));
     EXPECT_FALSE(QFileInfo::exists(dir.filePath(QStringLiteral("crash"))));
 }
+
+TEST(OutputFiles, TheLogStartsAfreshPastTenMegabytesKeepingOnePreviousFile)
+{
+    QTemporaryDir dir;
+    const QByteArray full((10 << 20) + 1, 'x');
+    writeTestFile(dir.filePath(QStringLiteral("output.txt.1")), "older");
+    writeTestFile(dir.filePath(QStringLiteral("output.txt")), full);
+    // A listed file whose bare code is missing gives one log line.
+    QDir(dir.path()).mkdir(QStringLiteral("data"));
+    writeTestFile(dir.filePath(QStringLiteral("data/sh600000")), "x");
+    runCli({"backtest", writeScript(dir), "--data", "data"}, dir.path());
+    EXPECT_EQ(readTestFile(dir.filePath(QStringLiteral("output.txt.1"))), full);
+    EXPECT_TRUE(readTestFile(dir.filePath(QStringLiteral("output.txt"))).contains("open file failed:"));
+    EXPECT_LT(QFileInfo(dir.filePath(QStringLiteral("output.txt"))).size(), 1000);
+}
