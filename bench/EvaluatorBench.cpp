@@ -25,9 +25,10 @@ void bindAndEvaluate(benchmark::State &state)
     StrategyConfig config;
     int line = 0;
     compileScript(script, config, kEveryTerm, line);
+    IndicatorCache cache;
     int fired = 0;
     for (auto _ : state) {
-        script.bind(series.view());
+        script.bind(series.view(), cache);
         for (int day = 5; day < series.size(); ++day)
             fired += script.isBuy(day) + script.isSale(day);
     }

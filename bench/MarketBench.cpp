@@ -4,7 +4,7 @@
 // The market is generated once into ORVEL_BENCH_MARKET (default: a folder
 // beside the build) and reused by later runs.
 #include "SampleMarket.h"
-#include "engine/BacktestEngine.h"
+#include "engine/BacktestRun.h"
 #include "market/TextFile.h"
 #include "script/Script.h"
 
@@ -68,17 +68,11 @@ double peakMegabytes()
 
 void backtest(benchmark::State &state, const QString &scriptText)
 {
-    const QString dir = marketDir();
-    StrategyConfig config;
-    Script script;
-    int line = 0;
-    compileScript(script, config, scriptText, line);
-    config.kDir = dir;
-    const StockFileList files = listStockFiles(dir);
-    const BacktestEngine engine(scriptText, config);
+    // The settings are the built-in defaults and the script's own lines.
+    BacktestRun run(QString(), scriptText, marketDir());
     size_t trades = 0;
     for (auto _ : state)
-        trades = engine.run(files, BacktestEngine::defaultJobs()).rows().size();
+        trades = run.run().rows().size();
     state.counters["bars/s"] =
         benchmark::Counter(double(kStocks) * kDays * double(state.iterations()), benchmark::Counter::kIsRate);
     state.counters["trades"] = double(trades);

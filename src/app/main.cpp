@@ -1,4 +1,4 @@
-#include "MessageLog.h"
+#include "runtime/MessageLog.h"
 #include "ui/OrvelAnalyst.h"
 
 #include <QApplication>

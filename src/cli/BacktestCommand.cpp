@@ -1,11 +1,10 @@
 #include "BacktestReport.h"
 #include "CliOutput.h"
 #include "Commands.h"
-#include "engine/BacktestEngine.h"
+#include "engine/BacktestRun.h"
 #include "engine/OutputCsv.h"
 #include "engine/RunSummary.h"
 #include "market/TextFile.h"
-#include "script/Script.h"
 
 #include <QCommandLineParser>
 #include <QFileInfo>
@@ -18,7 +17,7 @@ struct BacktestOptions {
     QString out = QStringLiteral("output.csv");
     QString config;
     QString report; // a folder for the report files, or empty for none
-    int jobs = BacktestEngine::defaultJobs();
+    int jobs = BacktestRun::defaultJobs();
     TextEncoding encoding = TextEncoding::Gbk;
 };
 
@@ -73,7 +72,6 @@ QString readOptions(const QStringList &arguments, BacktestOptions &options)
 // Runs like the workbench's run button; the exit code.
 int run(const BacktestOptions &options)
 {
-    StrategyConfig config;
     // A folder or a FIFO would read as an empty configuration, or never end.
     const QFileInfo configFile(options.config);
     if (!options.config.isEmpty() && (!configFile.isFile() || !configFile.isReadable())) {
@@ -81,36 +79,26 @@ int run(const BacktestOptions &options)
             QStringLiteral("无法读取配置文件 / cannot read configuration: %1\n").arg(options.config));
         return Commands::UsageError;
     }
-    config.loadConfigFile(options.config.isEmpty() ? QStringLiteral("config.conf") : options.config);
-
     // An empty script is read and then fails to compile on its one empty line.
     const std::optional<QString> text = TextFile::readText(options.script);
     if (!text) {
         CliOutput::err(QStringLiteral("无法读取脚本 / cannot read script: %1\n").arg(options.script));
         return Commands::UsageError;
     }
-    Script script;
-    int errorLine = 0;
-    if (compileScript(script, config, *text, errorLine) != 1) {
-        CliOutput::err(errorLine > 0 ? QStringLiteral("预编译出错: 第:%1行有错误\n").arg(errorLine)
-                                     : QStringLiteral("预编译出错: 脚本缺少买点\n"));
-        return Commands::CompileError;
-    }
-    if (!options.data.isEmpty())
-        config.kDir = options.data;
-
-    const StockFileList files = listStockFiles(config.kDir);
-    if (files.isEmpty()) {
-        CliOutput::err(QStringLiteral("警告: 文件夹%1不存在或其中缺少股票文件\n").arg(config.kDir));
-        return Commands::NoData;
+    const QString configText = StrategyConfig::configFileText(
+        options.config.isEmpty() ? QStringLiteral("config.conf") : options.config);
+    BacktestRun run(configText, *text, options.data);
+    if (run.problem() != BacktestRun::Problem::None) {
+        CliOutput::err(run.problemTitle() + QStringLiteral(": ") + run.problemText() + QLatin1Char('\n'));
+        return run.problem() == BacktestRun::Problem::NoData ? Commands::NoData : Commands::CompileError;
     }
     CliOutput::ProgressBar progress;
     BacktestReport report;
-    const TradeBook book =
-        BacktestEngine(*text, config)
-            .run(
-                files, options.jobs, [&progress](int percent, const QString &) { progress.show(percent); },
-                options.report.isEmpty() ? BacktestEngine::StockObserver() : report.observer());
+    run.setJobs(options.jobs);
+    run.setProgress([&progress](int percent, const QString &) { progress.show(percent); });
+    if (!options.report.isEmpty())
+        run.setObserver(report.observer());
+    const TradeBook book = run.run();
     const QString writeError = writeOutputCsv(options.out, book, options.encoding);
     if (!writeError.isEmpty())
         CliOutput::err(QStringLiteral("无法写入 / cannot write %1: %2\n").arg(options.out, writeError));
@@ -119,7 +107,7 @@ int run(const BacktestOptions &options)
     CliOutput::out(summary.endsWith(QLatin1Char('\n')) ? summary : summary + QLatin1Char('\n'));
     if (!writeError.isEmpty())
         return Commands::Unwritable;
-    if (!options.report.isEmpty() && !report.write(options.report, book, config.report))
+    if (!options.report.isEmpty() && !report.write(options.report, book, run.config().report))
         return Commands::Unwritable;
     return Commands::Ok;
 }

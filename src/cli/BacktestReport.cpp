@@ -10,7 +10,7 @@
 #include <QApplication>
 #endif
 
-BacktestEngine::StockObserver BacktestReport::observer()
+BacktestRun::StockObserver BacktestReport::observer()
 {
     return [this](int fileIndex, const StockSeries &series) {
         m_market.addStock(fileIndex, series.code, series.view());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/BacktestEngine.h"
+#include "engine/BacktestRun.h"
 #include "report/ReportMarket.h"
 #include "script/ReportSettings.h"
 
@@ -8,7 +8,7 @@
 // them, then writes the report files.
 class BacktestReport {
 public:
-    BacktestEngine::StockObserver observer();
+    BacktestRun::StockObserver observer();
 
     // Writes "report.json", "equity.csv" and "report.html" into `dir`; false
     // after saying why not.

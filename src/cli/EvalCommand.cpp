@@ -1,5 +1,6 @@
 #include "CliOutput.h"
 #include "Commands.h"
+#include "indicators/IndicatorCache.h"
 #include "market/KLineParser.h"
 #include "market/StockFileList.h"
 #include "market/TextFile.h"
@@ -16,7 +17,7 @@ using EvaluatorList = std::vector<std::unique_ptr<MetaEvalutor>>;
 bool compileTerms(const QStringList &terms, EvaluatorList &evaluators, QString &failed)
 {
     for (const QString &term : terms) {
-        std::unique_ptr<MetaEvalutor> evaluator(createEvaluator(term.section(QLatin1Char(','), 0, 0)));
+        std::unique_ptr<MetaEvalutor> evaluator = createEvaluator(term.section(QLatin1Char(','), 0, 0));
         if (!evaluator || !evaluator->parse(term)) {
             failed = term;
             return false;
@@ -61,10 +62,9 @@ int eval(const QStringList &arguments)
     StockSeries series;
     parseKLineText(std::string_view(bytes.data(), bytes.size()), series);
     series.code = stockCodeOf(arguments[1]);
-    for (const std::unique_ptr<MetaEvalutor> &evaluator : evaluators) {
-        evaluator->reset();
-        evaluator->bind(series.view());
-    }
+    IndicatorCache indicators;
+    for (const std::unique_ptr<MetaEvalutor> &evaluator : evaluators)
+        evaluator->bind(series.view(), indicators);
     QString text;
     for (int day = 0; day < series.size(); ++day) {
         text +=

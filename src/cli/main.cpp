@@ -1,7 +1,7 @@
 #include "CliOutput.h"
 #include "Commands.h"
 #include "OutOfMemory.h"
-#include "app/MessageLog.h"
+#include "runtime/MessageLog.h"
 
 #include <QCoreApplication>
 

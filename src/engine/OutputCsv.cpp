@@ -18,8 +18,8 @@ QString outputCsvText(const TradeBook &book)
     for (const auto &[date, records] : book.entries()) {
         for (const TradeRecord &r : records) {
             text += r.code + comma + r.buyDate + comma + shortReal(r.buyPrice) + comma + r.saleDate + comma +
-                    shortReal(r.salePrice) + comma + QString::number(r.holdDays) + comma + r.status +
-                    QLatin1Char('\n');
+                    shortReal(r.salePrice) + comma + QString::number(r.holdDays) + comma +
+                    statusText(r.status) + QLatin1Char('\n');
         }
     }
     return text;

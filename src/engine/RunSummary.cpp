@@ -11,7 +11,7 @@ RunSummary RunSummary::fromBook(const TradeBook &book)
     int successes = 0;
     double gainSum = 0;
     for (const TradeRecord &record : summary.rows) {
-        if (record.priceKind != TradeRecord::kOrdinarySale)
+        if (record.summaryCount != SummaryCount::Counted)
             continue;
         holdSum += record.holdDays;
         if (record.salePrice >= record.buyPrice)

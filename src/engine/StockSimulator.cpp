@@ -10,8 +10,8 @@ double percentChange(double price, double base) { return (price - base) * 100 / 
 } // namespace
 
 StockSimulator::StockSimulator(const StrategyConfig &config)
-    : m_config(config), m_saleAtClose(config.salePoint == QLatin1String("close")),
-      m_rapidTakeProfit(config.saleRapid == QLatin1String("yes"))
+    : m_config(config), m_saleAtClose(config.salePoint == SalePoint::Close),
+      m_rapidTakeProfit(config.saleRapid == RapidSale::Yes)
 {
 }
 
@@ -34,7 +34,7 @@ int StockSimulator::stepDay(const QString &code, int index, bool buySignal, bool
 {
     if (index + 1 < int(m_bars.size())) {
         if (!m_position.code.isEmpty())
-            return saleSignal ? sell(index, QStringLiteral("卖点")) : checkExit(index);
+            return saleSignal ? sell(index, TradeStatus::SaleSignal) : checkExit(index);
         return buySignal ? tryBuy(code, index) : 0;
     }
     // The last bar: a signal can only be bought tomorrow; an open position
@@ -57,7 +57,7 @@ int StockSimulator::tryBuy(const QString &code, int index)
     m_position.buyDate = dateText(next.date);
     m_position.volumeKey = next.volume;
     m_position.holdDays = 1;
-    m_position.status = QStringLiteral("持股中");
+    m_position.status = TradeStatus::Holding;
     m_position.closed = false;
     m_position.buyIndex = index + 1;
     // The buy day itself is examined next: exits already apply on it.
@@ -74,21 +74,21 @@ int StockSimulator::checkExit(int index)
         m_position.salePrice = (m_config.maxProfit * 0.01 + 1.0) * m_position.buyPrice;
         m_position.saleDate = dateText(bar.date);
         m_position.holdDays = index - m_position.buyIndex + 1;
-        m_position.status = QStringLiteral("止盈");
+        m_position.status = TradeStatus::TakeProfit;
         m_position.closed = true;
         fileAndClear();
         return excludedDays();
     }
     if (closeGain >= double(m_config.maxProfit))
-        return sell(index, QStringLiteral("止盈"));
+        return sell(index, TradeStatus::TakeProfit);
     if (closeGain <= double(m_config.maxLost))
-        return sell(index, QStringLiteral("止损"));
+        return sell(index, TradeStatus::StopLoss);
     if (index - m_position.buyIndex + 1 >= m_config.maxHoldDay)
-        return sell(index, QStringLiteral("持股时间到期"));
+        return sell(index, TradeStatus::HoldExpired);
     return 0;
 }
 
-int StockSimulator::sell(int index, const QString &type)
+int StockSimulator::sell(int index, TradeStatus type)
 {
     const Stock &bar = m_bars[size_t(index)];
     if (m_saleAtClose) {
@@ -96,14 +96,14 @@ int StockSimulator::sell(int index, const QString &type)
         m_position.saleDate = dateText(bar.date);
         m_position.holdDays = index - m_position.buyIndex + 1;
         m_position.closed = true;
-        m_position.priceKind = TradeRecord::kOrdinarySale;
+        m_position.summaryCount = SummaryCount::Counted;
     } else if (index + 1 < int(m_bars.size())) {
         const Stock &next = m_bars[size_t(index + 1)];
         m_position.salePrice = next.open;
         m_position.saleDate = dateText(next.date);
         m_position.holdDays = index - m_position.buyIndex + 2;
         m_position.closed = true;
-        m_position.priceKind = TradeRecord::kOrdinarySale;
+        m_position.summaryCount = SummaryCount::Counted;
     } else {
         // Never reached from the day step, which does not sell on the last bar.
         m_position.salePrice = 0;
@@ -124,7 +124,7 @@ void StockSimulator::filePendingBuy(const QString &code, int index)
     m_position.salePrice = 0;
     m_position.volumeKey = 0;
     m_position.holdDays = 1;
-    m_position.status = QStringLiteral("待买入");
+    m_position.status = TradeStatus::PendingBuy;
     m_position.closed = false;
     fileAndClear();
 }

@@ -22,7 +22,7 @@ public:
 private:
     int tryBuy(const QString &code, int index);
     int checkExit(int index);
-    int sell(int index, const QString &type);
+    int sell(int index, TradeStatus type);
     void filePendingBuy(const QString &code, int index);
     void fileAndClear();
     int excludedDays() const;

@@ -12,9 +12,9 @@ std::vector<TradeRecord> TradeBook::rows() const
     return all;
 }
 
-void TradeBook::applyDayLimit(int maxCount, const QString &buyOrder)
+void TradeBook::applyDayLimit(int maxCount, BuyOrder buyOrder)
 {
-    const bool descending = buyOrder == QLatin1String("desc");
+    const bool descending = buyOrder == BuyOrder::Descending;
     const qsizetype keep = std::max(maxCount, 0);
     for (auto &[date, records] : m_entries) {
         if (records.size() <= keep)
@@ -27,8 +27,8 @@ void TradeBook::applyDayLimit(int maxCount, const QString &buyOrder)
     }
 }
 
-DayLimitedFiling::DayLimitedFiling(int maxCount, const QString &buyOrder)
-    : m_keep(std::max(maxCount, 0)), m_descending(buyOrder == QLatin1String("desc"))
+DayLimitedFiling::DayLimitedFiling(int maxCount, BuyOrder buyOrder)
+    : m_keep(std::max(maxCount, 0)), m_descending(buyOrder == BuyOrder::Descending)
 {
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TradeRecord.h"
+#include "script/StrategyConfig.h"
 
 #include <QHash>
 #include <QList>
@@ -27,10 +28,10 @@ public:
     std::vector<TradeRecord> rows() const;
 
     // Keeps at most `maxCount` trades per buy date, the largest volumes first
-    // when `buyOrder` is "desc" and the smallest otherwise; among equal volumes
+    // for a descending order and the smallest otherwise; among equal volumes
     // the earlier filed trade wins. Runs once, after the whole simulation:
     // dropped trades still kept their stock busy while they were held.
-    void applyDayLimit(int maxCount, const QString &buyOrder);
+    void applyDayLimit(int maxCount, BuyOrder buyOrder);
 
 private:
     Entries m_entries;
@@ -41,7 +42,7 @@ private:
 // market's trades are never held at once.
 class DayLimitedFiling {
 public:
-    DayLimitedFiling(int maxCount, const QString &buyOrder);
+    DayLimitedFiling(int maxCount, BuyOrder buyOrder);
     void file(TradeRecord &&record);
     TradeBook finish();
 

@@ -2,6 +2,16 @@
 
 #include <QString>
 
+// Where a trade stands: held, how it was sold, or waiting for the next open.
+enum class TradeStatus { Holding, TakeProfit, StopLoss, HoldExpired, SaleSignal, PendingBuy };
+
+// The user's text for a status: "持股中", "止盈", "止损", "持股时间到期", "卖点", "待买入".
+QString statusText(TradeStatus status);
+
+// Whether a trade enters the summary's figures. Only ordinary sales do;
+// pending buys and intraday take-profits are listed but not counted.
+enum class SummaryCount { Left, Counted };
+
 // One simulated trade; while a position is open, also the position itself.
 struct TradeRecord {
     QString code;
@@ -9,12 +19,10 @@ struct TradeRecord {
     double buyPrice = 100.0;
     QString saleDate;
     double salePrice = 100.0;
-    QString status;
+    TradeStatus status = TradeStatus::Holding;
     int holdDays = 0;
     double volumeKey = 0.0;
     int buyIndex = 0;
     bool closed = false;
-    int priceKind = 0; // 2 when sold through the ordinary sale step; only those count in the summary
-
-    static constexpr int kOrdinarySale = 2;
+    SummaryCount summaryCount = SummaryCount::Left;
 };

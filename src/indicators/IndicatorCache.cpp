@@ -1,9 +1,5 @@
 #include "IndicatorCache.h"
 
-namespace {
-thread_local IndicatorCache *t_current = nullptr;
-}
-
 const IndicatorCache::Results &IndicatorCache::results(const QString &key, StockBars bars,
                                                        const Factory &make)
 {
@@ -33,9 +29,3 @@ void IndicatorCache::clear()
     for (Entry &entry : m_entries)
         entry.filled = false;
 }
-
-IndicatorCache *IndicatorCache::current() { return t_current; }
-
-IndicatorCache::Scope::Scope(IndicatorCache &cache) : m_previous(t_current) { t_current = &cache; }
-
-IndicatorCache::Scope::~Scope() { t_current = m_previous; }

@@ -10,8 +10,8 @@
 
 // The results of each distinct indicator over the stock being bound, so that
 // terms reading different lines of one indicator ("dmi.pdi", "dmi.adx" …) or
-// the same one twice compute it once. A script makes its cache current while
-// it binds; terms bound on their own compute for themselves.
+// the same one twice compute it once. Each worker owns one and hands it to
+// every term it binds; clear() it before the next stock.
 class IndicatorCache {
 public:
     using Results = std::vector<IndicatorValue>;
@@ -22,20 +22,6 @@ public:
     // make (a period below one) has no value on any bar.
     const Results &results(const QString &key, StockBars bars, const Factory &make);
     void clear();
-
-    // The cache of the script binding on this thread, or nullptr.
-    static IndicatorCache *current();
-
-    class Scope {
-    public:
-        explicit Scope(IndicatorCache &cache);
-        ~Scope();
-        Scope(const Scope &) = delete;
-        Scope &operator=(const Scope &) = delete;
-
-    private:
-        IndicatorCache *m_previous;
-    };
 
 private:
     struct Entry {

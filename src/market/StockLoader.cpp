@@ -3,9 +3,8 @@
 #include "KLineParser.h"
 #include "StockFileList.h"
 #include "TextFile.h"
-#include "script/StrategyConfig.h"
 
-bool StockLoader::loadStockSeries(const QString &listedPath, const StrategyConfig &config,
+bool StockLoader::loadStockSeries(const QString &listedPath, const QString &dir, const QString &format,
                                   StockSeries &series)
 {
     series.clear();
@@ -14,11 +13,11 @@ bool StockLoader::loadStockSeries(const QString &listedPath, const StrategyConfi
         m_lastSkip = StockSkip::Unreadable;
         return false;
     }
-    if (config.kFormat != QLatin1String("default")) {
+    if (format != QLatin1String("default")) {
         m_lastSkip = StockSkip::OtherFormat;
         return false;
     }
-    m_lastSkip = TextFile::readStockFile(config.kDir + QLatin1Char('/') + series.code, series.text());
+    m_lastSkip = TextFile::readStockFile(dir + QLatin1Char('/') + series.code, series.text());
     if (m_lastSkip != StockSkip::None)
         return false;
     parseKLineText(series);

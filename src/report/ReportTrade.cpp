@@ -4,12 +4,15 @@
 
 namespace {
 
-TradeExit exitOf(const QString &status)
+TradeExit exitOf(TradeStatus status)
 {
-    for (TradeExit exit : {TradeExit::SalePoint, TradeExit::TakeProfit, TradeExit::StopLoss,
-                           TradeExit::HoldExpired, TradeExit::PendingBuy}) {
-        if (status == tradeExitText(exit))
-            return exit;
+    switch (status) {
+    case TradeStatus::SaleSignal: return TradeExit::SalePoint;
+    case TradeStatus::TakeProfit: return TradeExit::TakeProfit;
+    case TradeStatus::StopLoss: return TradeExit::StopLoss;
+    case TradeStatus::HoldExpired: return TradeExit::HoldExpired;
+    case TradeStatus::PendingBuy: return TradeExit::PendingBuy;
+    case TradeStatus::Holding: break;
     }
     return TradeExit::Other;
 }
@@ -36,7 +39,7 @@ std::vector<ReportTrade> reportTradesOf(const TradeBook &book)
         for (const TradeRecord &record : records) {
             trades.push_back({record.code, record.buyDate, record.buyPrice, record.saleDate, record.salePrice,
                               record.holdDays, exitOf(record.status), record.closed,
-                              record.priceKind == TradeRecord::kOrdinarySale});
+                              record.summaryCount == SummaryCount::Counted});
         }
     }
     return trades;

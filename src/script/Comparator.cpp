@@ -4,7 +4,7 @@ namespace {
 
 // Both operands' numbers for the day, or false when either has none. Each
 // side has its own fresh record: a pattern term sets no number and reads 0.
-bool operandsOf(const std::vector<MetaEvalutor *> &evaluators, int dayIndex, double &left, double &right)
+bool operandsOf(const Operands &evaluators, int dayIndex, double &left, double &right)
 {
     EvalValue leftValue, rightValue;
     if (evaluators[0]->value(dayIndex, leftValue) != 1 || evaluators[1]->value(dayIndex, rightValue) != 1)
@@ -16,7 +16,7 @@ bool operandsOf(const std::vector<MetaEvalutor *> &evaluators, int dayIndex, dou
 
 } // namespace
 
-int Comparator_Greater2::compare(const std::vector<MetaEvalutor *> &evaluators, int dayIndex) const
+int Comparator_Greater2::compare(const Operands &evaluators, int dayIndex) const
 {
     if (evaluators.size() != 2)
         return 0;
@@ -24,7 +24,7 @@ int Comparator_Greater2::compare(const std::vector<MetaEvalutor *> &evaluators, 
     return operandsOf(evaluators, dayIndex, left, right) && left > right ? 1 : -1;
 }
 
-int Comparator_Less2::compare(const std::vector<MetaEvalutor *> &evaluators, int dayIndex) const
+int Comparator_Less2::compare(const Operands &evaluators, int dayIndex) const
 {
     if (evaluators.size() != 2)
         return 0;
@@ -32,7 +32,7 @@ int Comparator_Less2::compare(const std::vector<MetaEvalutor *> &evaluators, int
     return operandsOf(evaluators, dayIndex, left, right) && left < right ? 1 : -1;
 }
 
-int Comparator_Boolean::compare(const std::vector<MetaEvalutor *> &evaluators, int dayIndex) const
+int Comparator_Boolean::compare(const Operands &evaluators, int dayIndex) const
 {
     if (evaluators.size() != 1)
         return -1;
@@ -42,13 +42,16 @@ int Comparator_Boolean::compare(const std::vector<MetaEvalutor *> &evaluators, i
     return value.kind == EvalValue::Boolean && value.flag ? 1 : -1;
 }
 
-Comparator *createComparator(const QString &kind)
+const Comparator *createComparator(const QString &kind)
 {
+    static const Comparator_Greater2 greater;
+    static const Comparator_Less2 less;
+    static const Comparator_Boolean boolean;
     if (kind == QLatin1String(">"))
-        return new Comparator_Greater2;
+        return &greater;
     if (kind == QLatin1String("<"))
-        return new Comparator_Less2;
+        return &less;
     if (kind == QLatin1String("boolean"))
-        return new Comparator_Boolean;
+        return &boolean;
     return nullptr;
 }

@@ -2,27 +2,31 @@
 
 #include "MetaEvalutor.h"
 
+#include <memory>
 #include <vector>
+
+using Operands = std::vector<std::unique_ptr<MetaEvalutor>>;
 
 // Judges the operands of one term on one day: 1 true, -1 false, 0 undecidable.
 struct Comparator {
     virtual ~Comparator() = default;
-    virtual int compare(const std::vector<MetaEvalutor *> &evaluators, int dayIndex) const = 0;
+    virtual int compare(const Operands &evaluators, int dayIndex) const = 0;
 };
 
 // A numeric comparison is false when either side has no value on the day
 // (an unusable bar, an average not yet defined) or fails; equal is false.
 struct Comparator_Greater2 : Comparator {
-    int compare(const std::vector<MetaEvalutor *> &evaluators, int dayIndex) const override;
+    int compare(const Operands &evaluators, int dayIndex) const override;
 };
 
 struct Comparator_Less2 : Comparator {
-    int compare(const std::vector<MetaEvalutor *> &evaluators, int dayIndex) const override;
+    int compare(const Operands &evaluators, int dayIndex) const override;
 };
 
 struct Comparator_Boolean : Comparator {
-    int compare(const std::vector<MetaEvalutor *> &evaluators, int dayIndex) const override;
+    int compare(const Operands &evaluators, int dayIndex) const override;
 };
 
-// ">" , "<" or "boolean"; nullptr for anything else.
-Comparator *createComparator(const QString &kind);
+// ">" , "<" or "boolean"; nullptr for anything else. Comparators hold no
+// state, so every term shares the one of its kind.
+const Comparator *createComparator(const QString &kind);

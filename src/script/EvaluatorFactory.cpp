@@ -10,28 +10,28 @@
 #include "MetaEvalutor_K.h"
 #include "market/DecimalNumber.h"
 
-MetaEvalutor *createEvaluator(const QString &name)
+std::unique_ptr<MetaEvalutor> createEvaluator(const QString &name)
 {
     if (MetaEvalator_OHLC::nameList().contains(name))
-        return new MetaEvalator_OHLC;
+        return std::make_unique<MetaEvalator_OHLC>();
     if (MetaEvalator_BOLL::nameList().contains(name))
-        return new MetaEvalator_BOLL;
+        return std::make_unique<MetaEvalator_BOLL>();
     if (name == QLatin1String("ma"))
-        return new Indicator_ma;
+        return std::make_unique<Indicator_ma>();
     if (name == QLatin1String("ema"))
-        return new Indicator_ema;
+        return std::make_unique<Indicator_ema>();
     if (name == QLatin1String("volma"))
-        return new Indicator_VolMa;
+        return std::make_unique<Indicator_VolMa>();
     if (MetaEvalator_MACD::nameList().contains(name))
-        return new MetaEvalator_MACD;
+        return std::make_unique<MetaEvalator_MACD>();
     if (MetaEvalator_KDJ::nameList().contains(name))
-        return new MetaEvalator_KDJ;
+        return std::make_unique<MetaEvalator_KDJ>();
     if (MetaEvalator_DMI::nameList().contains(name))
-        return new MetaEvalator_DMI;
+        return std::make_unique<MetaEvalator_DMI>();
     if (name == QLatin1String("value"))
-        return new MetaEvalutor_Double;
+        return std::make_unique<MetaEvalutor_Double>();
     if (name.startsWith(QLatin1String("k.")))
-        return new MetaEvalutor_K;
+        return std::make_unique<MetaEvalutor_K>();
     return nullptr;
 }
 

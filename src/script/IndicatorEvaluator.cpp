@@ -1,26 +1,20 @@
 #include "IndicatorEvaluator.h"
 
-#include "indicators/IndicatorCache.h"
 #include "indicators/MaNIndicator.h"
 
 #include <algorithm>
 
-void IndicatorEvaluator::bind(StockBars bars)
+void IndicatorEvaluator::bind(StockBars bars, IndicatorCache &cache)
 {
-    MetaEvalutor::bind(bars);
-    computeLine(bars, m_line, m_defined);
+    MetaEvalutor::bind(bars, cache);
+    computeLine(bars, cache, m_line, m_defined);
 }
 
-void IndicatorEvaluator::computeLine(StockBars bars, std::vector<float> &line,
+void IndicatorEvaluator::computeLine(StockBars bars, IndicatorCache &cache, std::vector<float> &line,
                                      std::vector<unsigned char> &defined)
 {
-    IndicatorCache *cache = IndicatorCache::current();
-    if (!cache) { // bound on its own, not by a script
-        m_ownCache.clear();
-        cache = &m_ownCache;
-    }
     const IndicatorCache::Results &results =
-        cache->results(cacheKey(), bars, [this] { return makeIndicator(); });
+        cache.results(cacheKey(), bars, [this] { return makeIndicator(); });
     line.resize(bars.size());
     defined.resize(bars.size());
     for (size_t i = 0; i < bars.size(); ++i) {
@@ -49,7 +43,7 @@ bool PeriodEvaluator::parse(const QString &text)
     return true;
 }
 
-void WindowAverageEvaluator::computeLine(StockBars bars, std::vector<float> &line,
+void WindowAverageEvaluator::computeLine(StockBars bars, IndicatorCache &, std::vector<float> &line,
                                          std::vector<unsigned char> &defined)
 {
     m_field.resize(bars.size());

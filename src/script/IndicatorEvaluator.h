@@ -10,24 +10,23 @@
 // indicator once over the stock and keeps the chosen line per bar, so a day's
 // value is a lookup.
 struct IndicatorEvaluator : MetaEvalutor {
-    void bind(StockBars bars) override;
+    void bind(StockBars bars, IndicatorCache &cache) override;
     int value(int dayIndex, EvalValue &out) const override;
 
 protected:
     // The term's line and where it is defined, one entry per bar; by default
-    // the indicator is fed bar by bar.
-    virtual void computeLine(StockBars bars, std::vector<float> &line, std::vector<unsigned char> &defined);
+    // the indicator the cache holds under cacheKey() is fed bar by bar.
+    virtual void computeLine(StockBars bars, IndicatorCache &cache, std::vector<float> &line,
+                             std::vector<unsigned char> &defined);
 
-    // Terms with the same key read the same indicator: while a script binds,
-    // they share one computation.
+    // Terms with the same key read the same indicator and share one computation.
     virtual QString cacheKey() const = 0;
 
     // A fresh indicator for this term, or nullptr when it can never have a value.
     virtual std::unique_ptr<StockIndicator> makeIndicator() const = 0;
-    virtual float lineOf(const IndicatorValue &result) const = 0;
+    virtual float lineOf(const IndicatorValue &result) const { return result.value1; }
 
 private:
-    IndicatorCache m_ownCache;
     std::vector<float> m_line;
     std::vector<unsigned char> m_defined;
 };
@@ -38,18 +37,20 @@ struct PeriodEvaluator : IndicatorEvaluator {
 
 protected:
     int m_period = 0;
-    float lineOf(const IndicatorValue &result) const override { return result.value1; }
     QString cacheKey() const override
     {
         return names().constFirst() + QLatin1Char(',') + QString::number(m_period);
     }
 };
 
-// Simple averages of one bar field, computed for the whole series at once.
+// Simple averages of one bar field, computed for the whole series at once
+// rather than through a streaming indicator.
 struct WindowAverageEvaluator : PeriodEvaluator {
 protected:
     virtual float fieldOf(const Stock &bar) const = 0;
-    void computeLine(StockBars bars, std::vector<float> &line, std::vector<unsigned char> &defined) override;
+    void computeLine(StockBars bars, IndicatorCache &cache, std::vector<float> &line,
+                     std::vector<unsigned char> &defined) override;
+    std::unique_ptr<StockIndicator> makeIndicator() const final { return nullptr; }
 
 private:
     std::vector<float> m_field;

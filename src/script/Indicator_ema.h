@@ -4,6 +4,7 @@
 
 // "ema,period,offset": the exponential average of the close. A period of 0 or less never has a value.
 struct Indicator_ema : PeriodEvaluator {
+    std::unique_ptr<MetaEvalutor> clone() const override { return cloneTerm(*this); }
     QStringList names() const override { return {QStringLiteral("ema")}; }
 
 protected:

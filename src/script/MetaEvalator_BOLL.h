@@ -4,6 +4,7 @@
 
 // "boll.upper", "boll.mid", "boll.lower": the bands mid ± 2σ of BOLL(20).
 struct MetaEvalator_BOLL : NamedLineEvaluator {
+    std::unique_ptr<MetaEvalutor> clone() const override { return cloneTerm(*this); }
     static QStringList nameList()
     {
         return QStringLiteral("boll.upper|boll.mid|boll.lower").split(QLatin1Char('|'));

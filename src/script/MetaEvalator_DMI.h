@@ -5,6 +5,7 @@
 // "dmi.pdi", "dmi.mdi", "dmi.adx", "dmi.adxr" with "name,N,M,offset":
 // N steps of direction sums, M values of ADX averaging.
 struct MetaEvalator_DMI : IndicatorEvaluator {
+    std::unique_ptr<MetaEvalutor> clone() const override { return cloneTerm(*this); }
     static QStringList nameList()
     {
         return QStringLiteral("dmi.pdi|dmi.mdi|dmi.adx|dmi.adxr").split(QLatin1Char('|'));

@@ -4,14 +4,11 @@
 
 // "kdj.k", "kdj.d", "kdj.j" of KDJ(9, 3, 3).
 struct MetaEvalator_KDJ : NamedLineEvaluator {
+    std::unique_ptr<MetaEvalutor> clone() const override { return cloneTerm(*this); }
     static QStringList nameList() { return QStringLiteral("kdj.k|kdj.d|kdj.j").split(QLatin1Char('|')); }
     QStringList names() const override { return nameList(); }
 
 protected:
     QString cacheKey() const override { return QStringLiteral("kdj"); }
     std::unique_ptr<StockIndicator> makeIndicator() const override;
-    float lineOf(const IndicatorValue &r) const override
-    {
-        return m_line == 0 ? r.value1 : m_line == 1 ? r.value2 : r.value3;
-    }
 };

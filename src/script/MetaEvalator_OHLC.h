@@ -5,6 +5,7 @@
 // The day's own fields: "open", "high", "low", "close", "vol", and the
 // percentages "increase" (against the previous close) and "swing".
 struct MetaEvalator_OHLC : MetaEvalutor {
+    std::unique_ptr<MetaEvalutor> clone() const override { return cloneTerm(*this); }
     static QStringList nameList();
     QStringList names() const override { return nameList(); }
     bool parse(const QString &text) override;

@@ -5,27 +5,33 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
+
+class IndicatorCache;
+
 // The value of one operand on one day.
 struct EvalValue {
     enum Kind { Boolean = 0, Number = 2 };
     int kind = Boolean;
     bool flag = false;
     double number = 0.0;
-    QString text;
 };
 
 // One operand of a strategy term: created by name, reads its own arguments,
-// is bound to one stock's bars, then answers per day index.
+// is bound to one stock's bars, then answers per day index. A compiled term is
+// never bound itself: each worker binds its own copy (clone()).
 struct MetaEvalutor {
     int offset = 0;
 
     virtual ~MetaEvalutor() = default;
+    virtual std::unique_ptr<MetaEvalutor> clone() const = 0;
     virtual QStringList names() const = 0;
     virtual bool parse(const QString &text) = 0;
     // 1: value delivered; 0: failure; -1: no usable bar for that day.
     virtual int value(int dayIndex, EvalValue &out) const = 0;
-    virtual void bind(StockBars bars) { m_bars = bars; }
-    virtual void reset() {}
+    // Terms backed by an indicator take its values from `cache`, so that terms
+    // bound with one cache compute each indicator once per stock.
+    virtual void bind(StockBars bars, IndicatorCache &) { m_bars = bars; }
 
 protected:
     // The bar read for a day, or -1. Index 0 is never usable: "increase"
@@ -40,7 +46,14 @@ protected:
 };
 
 // The evaluator whose name list holds `name`, or nullptr.
-MetaEvalutor *createEvaluator(const QString &name);
+std::unique_ptr<MetaEvalutor> createEvaluator(const QString &name);
+
+// clone() for a concrete term: a copy of its compiled arguments.
+template <class Term>
+std::unique_ptr<MetaEvalutor> cloneTerm(const Term &term)
+{
+    return std::make_unique<Term>(term);
+}
 
 // Every evaluator name, offered to the editor as vocabulary.
 QStringList evaluatorKeywordList();

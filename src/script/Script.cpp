@@ -2,10 +2,6 @@
 
 void Script::clear()
 {
-    for (StatementObject *statement : m_buy)
-        delete statement;
-    for (StatementObject *statement : m_sale)
-        delete statement;
     m_buy.clear();
     m_sale.clear();
 }
@@ -14,7 +10,7 @@ int Script::parseStatementLine(const QString &line)
 {
     if (line.startsWith(QLatin1Char('#')) || line.startsWith(QLatin1Char('/')))
         return 1;
-    std::vector<StatementObject *> *list = nullptr;
+    std::vector<StatementObjectNode> *list = nullptr;
     QString body;
     if (line.startsWith(QLatin1String("buy."))) {
         list = &m_buy;
@@ -25,34 +21,26 @@ int Script::parseStatementLine(const QString &line)
     } else {
         return -1;
     }
-    StatementObject *statement =
-        body.split(QLatin1Char('|')).size() > 1 ? new StatementObjectNode : new StatementObject;
-    if (!statement->parse(body)) {
-        delete statement;
+    StatementObjectNode statement;
+    if (!statement.parse(body))
         return -1;
-    }
-    list->push_back(statement);
+    list->push_back(std::move(statement));
     return m_buy.empty() ? -2 : 1;
 }
 
-void Script::bind(StockBars bars)
+void Script::bind(StockBars bars, IndicatorCache &cache)
 {
-    m_indicators.clear();
-    const IndicatorCache::Scope sharing(m_indicators);
-    for (StatementObject *statement : m_buy) {
-        statement->reset();
-        statement->bind(bars);
-    }
-    for (StatementObject *statement : m_sale) {
-        statement->reset();
-        statement->bind(bars);
-    }
+    cache.clear();
+    for (StatementObjectNode &statement : m_buy)
+        statement.bind(bars, cache);
+    for (StatementObjectNode &statement : m_sale)
+        statement.bind(bars, cache);
 }
 
 bool Script::isBuy(int dayIndex) const
 {
-    for (const StatementObject *statement : m_buy) {
-        if (statement->evaluate(dayIndex) != 1)
+    for (const StatementObjectNode &statement : m_buy) {
+        if (!statement.holds(dayIndex))
             return false;
     }
     return true;
@@ -60,8 +48,8 @@ bool Script::isBuy(int dayIndex) const
 
 bool Script::isSale(int dayIndex) const
 {
-    for (const StatementObject *statement : m_sale) {
-        if (statement->evaluate(dayIndex) == 1)
+    for (const StatementObjectNode &statement : m_sale) {
+        if (statement.holds(dayIndex))
             return true;
     }
     return false;

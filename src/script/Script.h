@@ -7,14 +7,10 @@
 #include <vector>
 
 // The compiled strategy: buy statements (all must hold) and sale statements
-// (any one suffices), in script order.
+// (any one suffices), in script order. A copy is a fresh, unbound copy of the
+// compiled statements: each worker binds its own.
 class Script {
 public:
-    Script() = default;
-    Script(const Script &) = delete;
-    Script &operator=(const Script &) = delete;
-    ~Script() { clear(); }
-
     void clear();
     bool hasBuyStatement() const { return !m_buy.empty(); }
 
@@ -22,14 +18,15 @@ public:
     // statement before any buy statement.
     int parseStatementLine(const QString &line);
 
-    void bind(StockBars bars);
+    // Binds every statement to one stock; `cache` is cleared first and then
+    // shared by all terms, so each indicator is computed once per stock.
+    void bind(StockBars bars, IndicatorCache &cache);
     bool isBuy(int dayIndex) const;
     bool isSale(int dayIndex) const;
 
 private:
-    std::vector<StatementObject *> m_buy;
-    std::vector<StatementObject *> m_sale;
-    IndicatorCache m_indicators;
+    std::vector<StatementObjectNode> m_buy;
+    std::vector<StatementObjectNode> m_sale;
 };
 
 // Compiles `text` into `script`, applying its `config.` lines to `config`.

@@ -2,11 +2,10 @@
 
 #include <QStringList>
 
-StatementObject::~StatementObject()
+StatementObject::StatementObject(const StatementObject &other) : m_comparator(other.m_comparator)
 {
-    delete m_comparator;
-    for (MetaEvalutor *evaluator : m_evaluators)
-        delete evaluator;
+    for (const std::unique_ptr<MetaEvalutor> &evaluator : other.m_evaluators)
+        m_evaluators.push_back(evaluator->clone());
 }
 
 bool StatementObject::parse(const QString &text)
@@ -31,21 +30,17 @@ bool StatementObject::parseComparison(const QString &text, bool &failed)
         const QStringList sides = text.split(op);
         if (sides.size() != 2)
             continue;
-        MetaEvalutor *left = createEvaluator(sides[0].section(QLatin1Char(','), 0, 0));
-        MetaEvalutor *right = createEvaluator(sides[1].section(QLatin1Char(','), 0, 0));
-        if (!left || !right) {
-            delete left;
-            delete right;
+        std::unique_ptr<MetaEvalutor> left = createEvaluator(sides[0].section(QLatin1Char(','), 0, 0));
+        std::unique_ptr<MetaEvalutor> right = createEvaluator(sides[1].section(QLatin1Char(','), 0, 0));
+        if (!left || !right)
             continue;
-        }
         if (!left->parse(sides[0]) || !right->parse(sides[1])) {
-            delete left;
-            delete right;
             failed = true;
             return false;
         }
         m_comparator = createComparator(op);
-        m_evaluators = {left, right};
+        m_evaluators.push_back(std::move(left));
+        m_evaluators.push_back(std::move(right));
         return true;
     }
     return false;
@@ -53,26 +48,18 @@ bool StatementObject::parseComparison(const QString &text, bool &failed)
 
 bool StatementObject::parseBooleanTerm(const QString &text)
 {
-    MetaEvalutor *evaluator = createEvaluator(text);
-    if (!evaluator || !evaluator->parse(text)) {
-        delete evaluator;
+    std::unique_ptr<MetaEvalutor> evaluator = createEvaluator(text);
+    if (!evaluator || !evaluator->parse(text))
         return false;
-    }
     m_comparator = createComparator(QStringLiteral("boolean"));
-    m_evaluators = {evaluator};
+    m_evaluators.push_back(std::move(evaluator));
     return true;
 }
 
-void StatementObject::reset()
+void StatementObject::bind(StockBars bars, IndicatorCache &cache)
 {
-    for (MetaEvalutor *evaluator : m_evaluators)
-        evaluator->reset();
-}
-
-void StatementObject::bind(StockBars bars)
-{
-    for (MetaEvalutor *evaluator : m_evaluators)
-        evaluator->bind(bars);
+    for (const std::unique_ptr<MetaEvalutor> &evaluator : m_evaluators)
+        evaluator->bind(bars, cache);
 }
 
 int StatementObject::evaluate(int dayIndex) const
@@ -80,42 +67,28 @@ int StatementObject::evaluate(int dayIndex) const
     return m_comparator ? m_comparator->compare(m_evaluators, dayIndex) : 0;
 }
 
-StatementObjectNode::~StatementObjectNode()
-{
-    for (StatementObject *child : m_children)
-        delete child;
-}
-
 bool StatementObjectNode::parse(const QString &text)
 {
     for (const QString &alternative : text.split(QLatin1Char('|'))) {
-        auto *child = new StatementObject;
-        if (!child->parse(alternative)) {
-            delete child;
+        StatementObject child;
+        if (!child.parse(alternative))
             return false;
-        }
-        m_children.push_back(child);
+        m_children.push_back(std::move(child));
     }
     return true;
 }
 
-void StatementObjectNode::reset()
+void StatementObjectNode::bind(StockBars bars, IndicatorCache &cache)
 {
-    for (StatementObject *child : m_children)
-        child->reset();
+    for (StatementObject &child : m_children)
+        child.bind(bars, cache);
 }
 
-void StatementObjectNode::bind(StockBars bars)
+bool StatementObjectNode::holds(int dayIndex) const
 {
-    for (StatementObject *child : m_children)
-        child->bind(bars);
-}
-
-int StatementObjectNode::evaluate(int dayIndex) const
-{
-    for (const StatementObject *child : m_children) {
-        if (child->evaluate(dayIndex) == 1)
-            return 1;
+    for (const StatementObject &child : m_children) {
+        if (child.evaluate(dayIndex) == 1)
+            return true;
     }
-    return 0;
+    return false;
 }

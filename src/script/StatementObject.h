@@ -6,39 +6,36 @@
 #include <vector>
 
 // One alternative of a statement: two operands and a comparison, or one
-// boolean term. Owns its comparator and evaluators.
+// boolean term. Copying it copies the compiled operands, unbound.
 class StatementObject {
 public:
     StatementObject() = default;
-    StatementObject(const StatementObject &) = delete;
+    StatementObject(const StatementObject &other);
     StatementObject &operator=(const StatementObject &) = delete;
-    virtual ~StatementObject();
+    StatementObject(StatementObject &&) = default;
+    StatementObject &operator=(StatementObject &&) = default;
 
-    virtual bool parse(const QString &text);
-    virtual void reset();
-    virtual void bind(StockBars bars);
+    bool parse(const QString &text);
+    void bind(StockBars bars, IndicatorCache &cache);
     // 1 true, -1 false, 0 undecidable.
-    virtual int evaluate(int dayIndex) const;
-
-protected:
-    std::vector<MetaEvalutor *> m_evaluators;
-    Comparator *m_comparator = nullptr;
+    int evaluate(int dayIndex) const;
 
 private:
     bool parseComparison(const QString &text, bool &failed);
     bool parseBooleanTerm(const QString &text);
+
+    Operands m_evaluators;
+    const Comparator *m_comparator = nullptr;
 };
 
-// A statement with alternatives separated by "|": true when any is.
-class StatementObjectNode : public StatementObject {
+// A whole `buy.` or `sale.` statement: its alternatives, separated by "|".
+// It holds on a day when any alternative is true.
+class StatementObjectNode {
 public:
-    ~StatementObjectNode() override;
-
-    bool parse(const QString &text) override;
-    void reset() override;
-    void bind(StockBars bars) override;
-    int evaluate(int dayIndex) const override;
+    bool parse(const QString &text);
+    void bind(StockBars bars, IndicatorCache &cache);
+    bool holds(int dayIndex) const;
 
 private:
-    std::vector<StatementObject *> m_children;
+    std::vector<StatementObject> m_children;
 };

@@ -3,59 +3,91 @@
 #include "market/DecimalNumber.h"
 #include "market/TextFile.h"
 
+namespace {
+
+float readFloat(const QString &text) { return DecimalNumber::toFloat(text); }
+int readTruncatedInt(const QString &text) { return DecimalNumber::toTruncatedInt(text); }
+
+using Store = void (*)(StrategyConfig &, const QString &);
+
+struct KeyEntry {
+    QLatin1String key;
+    Store store;
+};
+
+const KeyEntry kKeys[] = {
+    {QLatin1String("config.source.k.dir"), [](StrategyConfig &c, const QString &v) { c.kDir = v; }},
+    {QLatin1String("config.source.k.format"), [](StrategyConfig &c, const QString &v) { c.kFormat = v; }},
+    {QLatin1String("config.trade.sale.point"),
+     [](StrategyConfig &c, const QString &v) {
+         c.salePoint = v == QLatin1String("close")  ? SalePoint::Close
+                       : v == QLatin1String("open") ? SalePoint::Open
+                                                    : SalePoint::Unset;
+     }},
+    {QLatin1String("config.trade.buy.order"),
+     [](StrategyConfig &c, const QString &v) {
+         c.buyOrder = v == QLatin1String("desc") ? BuyOrder::Descending : BuyOrder::Ascending;
+     }},
+    {QLatin1String("config.trade.sale.rapid"),
+     [](StrategyConfig &c, const QString &v) {
+         c.saleRapid = v == QLatin1String("yes") ? RapidSale::Yes : RapidSale::No;
+     }},
+    {QLatin1String("config.trade.max.hold.day"),
+     [](StrategyConfig &c, const QString &v) { c.maxHoldDay = readTruncatedInt(v); }},
+    {QLatin1String("config.trade.min.exclude"),
+     [](StrategyConfig &c, const QString &v) { c.minExclude = readTruncatedInt(v); }},
+    {QLatin1String("config.trade.max.profit"),
+     [](StrategyConfig &c, const QString &v) { c.maxProfit = readFloat(v); }},
+    {QLatin1String("config.trade.max.lost"),
+     [](StrategyConfig &c, const QString &v) { c.maxLost = readFloat(v); }},
+    {QLatin1String("config.trade.max.count"),
+     [](StrategyConfig &c, const QString &v) { c.maxCount = readTruncatedInt(v); }},
+    {QLatin1String("config.trade.max.allow.increase"),
+     [](StrategyConfig &c, const QString &v) { c.maxAllowIncrease = readFloat(v); }},
+    {QLatin1String("config.trade.max.allow.decrease"),
+     [](StrategyConfig &c, const QString &v) { c.maxAllowDecrease = readFloat(v); }},
+};
+
+} // namespace
+
 int StrategyConfig::parseConfigLine(const QString &line)
 {
     const QStringList parts = line.split(QLatin1Char(','));
     if (parts.size() != 2)
         return -1;
-    const QString &key = parts[0];
-    const QString &value = parts[1];
-    if (key == QLatin1String("config.source.k.dir"))
-        kDir = value;
-    else if (key == QLatin1String("config.source.k.format"))
-        kFormat = value;
-    else if (key == QLatin1String("config.trade.sale.point"))
-        salePoint = value;
-    else if (key == QLatin1String("config.trade.buy.order"))
-        buyOrder = value;
-    else if (key == QLatin1String("config.trade.sale.rapid"))
-        saleRapid = value;
-    else if (key == QLatin1String("config.trade.max.hold.day"))
-        maxHoldDay = DecimalNumber::toTruncatedInt(value);
-    else if (key == QLatin1String("config.trade.min.exclude"))
-        minExclude = DecimalNumber::toTruncatedInt(value);
-    else if (key == QLatin1String("config.trade.max.profit"))
-        maxProfit = DecimalNumber::toFloat(value);
-    else if (key == QLatin1String("config.trade.max.lost"))
-        maxLost = DecimalNumber::toFloat(value);
-    else if (key == QLatin1String("config.trade.max.count"))
-        maxCount = DecimalNumber::toTruncatedInt(value);
-    else if (key == QLatin1String("config.trade.max.allow.increase"))
-        maxAllowIncrease = DecimalNumber::toFloat(value);
-    else if (key == QLatin1String("config.trade.max.allow.decrease"))
-        maxAllowDecrease = DecimalNumber::toFloat(value);
-    else {
-        // Only a key outside the trade settings normalises the sale settings;
-        // the shipped files always carry one ("config.source.ticket.dir"), so
-        // they always run this. The report's keys do it too: adding one to a
-        // file must never change the trades.
-        if (salePoint != QLatin1String("open"))
-            salePoint = QStringLiteral("close");
-        if (saleRapid != QLatin1String("yes"))
-            saleRapid = QStringLiteral("no");
-        return report.parseConfigValue(key, value) ? 1 : 0;
+    for (const KeyEntry &entry : kKeys) {
+        if (parts[0] == entry.key) {
+            entry.store(*this, parts[1]);
+            return 1;
+        }
     }
-    return 1;
+    // Only a key outside the trade settings normalises the sale settings;
+    // the shipped files always carry one ("config.source.ticket.dir"), so
+    // they always run this. The report's keys do it too: adding one to a
+    // file must never change the trades.
+    if (salePoint != SalePoint::Open)
+        salePoint = SalePoint::Close;
+    return report.parseConfigValue(parts[0], parts[1]) ? 1 : 0;
+}
+
+void StrategyConfig::applyLines(const QString &text)
+{
+    for (const QString &line : splitScriptLines(text))
+        parseConfigLine(line);
 }
 
 bool StrategyConfig::loadConfigFile(const QString &path)
 {
+    applyLines(configFileText(path));
+    return true;
+}
+
+QString StrategyConfig::configFileText(const QString &path)
+{
     QString text = readTextFile(path);
     if (text.isEmpty())
         text = readTextFile(QStringLiteral(":qrc/config.conf"));
-    for (const QString &line : splitScriptLines(text))
-        parseConfigLine(line);
-    return true;
+    return text;
 }
 
 QStringList splitScriptLines(const QString &text)

@@ -5,13 +5,23 @@
 #include <QString>
 #include <QStringList>
 
+// Where a sale is priced: "close" sells at the exit day's close, anything
+// else at the next day's open. `Unset` (any text but "open" and "close")
+// also sells at the next open, but becomes `Close` when the sale settings
+// are normalised; a written "open" stays.
+enum class SalePoint { Unset, Open, Close };
+// "yes": take profit intraday at the exact target.
+enum class RapidSale { No, Yes };
+// One day's buys by volume: "desc" keeps the largest, anything else the smallest.
+enum class BuyOrder { Ascending, Descending };
+
 // The strategy's settings, filled by "config.conf" and then by the `config.`
 // lines of the script being compiled.
 struct StrategyConfig {
     QString kDir = QStringLiteral("data");
     QString kFormat = QStringLiteral("default");
-    QString salePoint;
-    QString saleRapid;
+    SalePoint salePoint = SalePoint::Unset;
+    RapidSale saleRapid = RapidSale::No;
     int maxHoldDay = 36;
     int minExclude = 1;
     float maxProfit = 72.0f;
@@ -19,7 +29,7 @@ struct StrategyConfig {
     int maxCount = 3;
     float maxAllowIncrease = 3.6f;
     float maxAllowDecrease = -3.6f;
-    QString buyOrder = QStringLiteral("desc");
+    BuyOrder buyOrder = BuyOrder::Descending;
     // The report's account ("config.report.*"); the trades never read it.
     ReportSettings report;
 
@@ -27,9 +37,15 @@ struct StrategyConfig {
     // line is not "key,value". Unknown and report keys normalise the sale settings.
     int parseConfigLine(const QString &line);
 
+    // Applies every line of `text`.
+    void applyLines(const QString &text);
+
     // Applies "config.conf" from the working directory, or the built-in copy
     // when that cannot be read or is empty. Always true.
     bool loadConfigFile(const QString &path = QStringLiteral("config.conf"));
+
+    // The text loadConfigFile() applies.
+    static QString configFileText(const QString &path = QStringLiteral("config.conf"));
 };
 
 // Script and configuration text split at "\n" with empty pieces kept; one

@@ -1,9 +1,9 @@
 #include "DownloadDialog.h"
 
-#include "RunningConfig.h"
 #include "market/TextFile.h"
 #include "quotes/KLineDownloader.h"
 #include "quotes/StockCodeList.h"
+#include "script/StrategyConfig.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -14,6 +14,19 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+namespace {
+
+// The directory "config.conf" (or the built-in copy) names, read anew each
+// time as a run reads it.
+QString configuredDataDir()
+{
+    StrategyConfig config;
+    config.loadConfigFile();
+    return config.kDir;
+}
+
+} // namespace
 
 DownloadDialog::DownloadDialog(QWidget *parent)
     : QDialog(parent), m_downloader(new KLineDownloader(this)), m_codes(new QPlainTextEdit(this)),
@@ -55,7 +68,7 @@ QWidget *DownloadDialog::createOptions()
     m_period->addItem(QStringLiteral("日线"), QStringLiteral("day"));
     m_period->addItem(QStringLiteral("周线"), QStringLiteral("week"));
     m_period->addItem(QStringLiteral("月线"), QStringLiteral("month"));
-    m_target->setText(runningConfig().kDir);
+    m_target->setText(configuredDataDir());
 
     auto *options = new QWidget(this);
     auto *form = new QFormLayout(options);
@@ -101,7 +114,7 @@ void DownloadDialog::startDownload()
         return;
     }
     KLineDownloader::Options options;
-    options.dataDir = runningConfig().kDir; // the editor may have changed it since we opened
+    options.dataDir = configuredDataDir(); // the editor may have changed it since we opened
     options.adjustment = m_adjustment->currentData().toString();
     options.period = m_period->currentData().toString();
     m_target->setText(options.dataDir);

@@ -1,6 +1,7 @@
 #include "LoadedStocks.h"
 
-LoadedStocks::LoadedStocks(const StockFileList &files, const StrategyConfig &config) : m_config(config)
+LoadedStocks::LoadedStocks(const StockFileList &files, const QString &dir, const QString &format)
+    : m_dir(dir), m_format(format)
 {
     for (const QString &path : files)
         m_paths.insert(stockCodeOf(path), path);
@@ -14,7 +15,7 @@ const StockSeries *LoadedStocks::find(const QString &code)
     if (path == m_paths.cend())
         return nullptr;
     StockSeries series;
-    if (!m_loader.loadStockSeries(*path, m_config, series))
+    if (!m_loader.loadStockSeries(*path, m_dir, m_format, series))
         return nullptr;
     return &m_series.emplace(code, std::move(series)).first->second;
 }

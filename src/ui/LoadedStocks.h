@@ -2,7 +2,6 @@
 
 #include "market/StockFileList.h"
 #include "market/StockLoader.h"
-#include "script/StrategyConfig.h"
 
 #include <QHash>
 
@@ -10,17 +9,18 @@
 
 // The stocks of one run, by code, for the chart. The engine keeps no series
 // once a stock is simulated, so a stock is read again the first time a trade
-// of it is clicked, with the configuration the run used.
+// of it is clicked, from the directory and format the run used.
 class LoadedStocks {
 public:
-    LoadedStocks(const StockFileList &files, const StrategyConfig &config);
+    LoadedStocks(const StockFileList &files, const QString &dir, const QString &format);
 
     // nullptr when the code was not part of the run or its file no longer reads.
     const StockSeries *find(const QString &code);
 
 private:
     QHash<QString, QString> m_paths;
-    StrategyConfig m_config;
+    QString m_dir;
+    QString m_format;
     StockLoader m_loader;
     std::map<QString, StockSeries> m_series;
 };

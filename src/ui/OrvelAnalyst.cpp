@@ -5,7 +5,6 @@
 #include "OrvelAboutDlg.h"
 #include "OrvelTitle.h"
 #include "OrvelWidget.h"
-#include "RunningConfig.h"
 #include "StockConfigWidget.h"
 #include "market/SafeFile.h"
 #include "market/TextFile.h"
@@ -39,8 +38,6 @@ OrvelAnalyst::OrvelAnalyst(QWidget *parent) : QMainWindow(parent), m_workbench(n
     addMenuAction(helpMenu, QStringLiteral("疑问"), SLOT(question()));
     addMenuAction(helpMenu, QStringLiteral("帮助"), SLOT(help()));
     addMenuAction(helpMenu, QStringLiteral("关于"), SLOT(about()));
-
-    runningConfig().loadConfigFile();
 }
 
 QAction *OrvelAnalyst::addMenuAction(QMenu *menu, const QString &text, const char *slot)

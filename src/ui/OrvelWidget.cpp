@@ -4,26 +4,25 @@
 #include "LoadedStocks.h"
 #include "OrvelStockMsgBox.h"
 #include "OrvelTitle.h"
-#include "RunningConfig.h"
 #include "StrategyViewWidget.h"
+#include "engine/BacktestRun.h"
 #include "engine/OutputCsv.h"
 #include "engine/RunSummary.h"
-#include "engine/StockThreadTarget.h"
 #include "indicators/KPatternTable.h"
 #include "market/TextFile.h"
 #include "script/MetaEvalutor.h"
-#include "script/Script.h"
 
 #include <QGridLayout>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSpacerItem>
 #include <QTextEdit>
+#include <QtConcurrent>
 
 OrvelWidget::OrvelWidget(QWidget *parent)
     : QWidget(parent), m_layout(new QGridLayout(this)), m_edit(new QTextEdit(this)),
       m_progress(new QProgressBar(this)), m_button(new QPushButton(QStringLiteral("执行"), this)),
-      m_viewButton(new QPushButton(QStringLiteral("查看"), this)), m_thread(new StockThreadTarget(this)),
+      m_viewButton(new QPushButton(QStringLiteral("查看"), this)),
       m_highlighter(new Highlighter(m_edit->document(), keywordPatterns()))
 {
     setMinimumSize(480, 360);
@@ -43,24 +42,23 @@ OrvelWidget::OrvelWidget(QWidget *parent)
     m_progress->setTextVisible(false);
     m_progress->hide();
 
-    connect(m_button, SIGNAL(clicked()), this, SLOT(clickButton()));
-    connect(m_viewButton, SIGNAL(clicked()), this, SLOT(clickView()));
-    // Results open by themselves at the end of a run, and reading the book
-    // while a run writes it would not be safe; the view button stays off.
+    connect(m_button, &QPushButton::clicked, this, &OrvelWidget::clickButton);
+    connect(m_viewButton, &QPushButton::clicked, this, &OrvelWidget::clickView);
+    // Nothing to show until a run has finished.
     m_viewButton->setEnabled(false);
 
-    // The worker emits on its own thread; queued delivery keeps every widget
-    // change on this one, and the window repaints while a run goes on.
-    connect(m_thread, SIGNAL(updateStock(int, const QString &)), this,
-            SLOT(onUpdateStock(int, const QString &)), Qt::QueuedConnection);
-    connect(m_thread, SIGNAL(updateFinished()), this, SLOT(onUpdateFinished()), Qt::QueuedConnection);
+    // The watcher reports on this thread: every widget change stays here, and
+    // the window repaints while a run goes on.
+    connect(&m_watcher, &QFutureWatcher<TradeBook>::progressValueChanged, this, &OrvelWidget::onUpdateStock);
+    connect(&m_watcher, &QFutureWatcher<TradeBook>::finished, this, &OrvelWidget::onUpdateFinished);
 }
 
 OrvelWidget::~OrvelWidget()
 {
-    // A run has no cancel; closing the window waits for it rather than
-    // destroying a thread that is still running.
-    m_thread->wait();
+    if (!m_watcher.isRunning())
+        return;
+    m_run->cancel();
+    m_watcher.waitForFinished();
 }
 
 void OrvelWidget::setUpEditor()
@@ -89,67 +87,55 @@ QStringList OrvelWidget::keywordPatterns()
 
 void OrvelWidget::clickButton()
 {
-    m_files.clear();
-    m_thread->tradeBook().clear();
+    if (m_watcher.isRunning())
+        return;
     m_progress->hide();
-
-    const QString text = m_edit->toPlainText();
-    StrategyConfig &config = runningConfig();
-    Script script;
-    int errorLine = 0;
-    const int result = compileScript(script, config, text, errorLine);
-    if (result == -1) {
-        // No line number means the script has no buy statement: nothing to run, nothing to say.
-        if (errorLine > 0)
-            showMessage(QStringLiteral("预编译出错"), QStringLiteral("第:%1行有错误").arg(errorLine));
+    // Each run starts from the configuration file, as the command line's does:
+    // a script's `config.` lines hold for that run alone.
+    auto run = std::make_shared<BacktestRun>(StrategyConfig::configFileText(), m_edit->toPlainText());
+    if (run->problem() != BacktestRun::Problem::None) {
+        showMessage(run->problemTitle(), run->problemText());
         return;
     }
-    if (result == -2) {
-        showMessage(QStringLiteral("预编译出错"), QStringLiteral("脚本缺少买点"));
-        return;
-    }
-
-    m_files = listStockFiles(config.kDir);
-    if (m_files.isEmpty()) {
-        showMessage(QStringLiteral("警告"),
-                    QStringLiteral("文件夹%1不存在或其中缺少股票文件").arg(config.kDir));
-        m_progress->hide();
-        return;
-    }
+    m_run = run;
     m_button->setEnabled(false);
+    m_viewButton->setEnabled(false);
     m_progress->setValue(0);
     m_progress->show();
-    m_runConfig = config;
-    m_thread->setFiles(m_files);
-    m_thread->setStrategy(text, config);
-    m_thread->start(QThread::InheritPriority);
+    m_watcher.setFuture(QtConcurrent::run([run](QPromise<TradeBook> &promise) {
+        promise.setProgressRange(0, 100);
+        run->setProgress([&promise](int percent, const QString &) { promise.setProgressValue(percent); });
+        promise.addResult(run->run());
+    }));
 }
 
 void OrvelWidget::clickView()
 {
-    const RunSummary summary = RunSummary::fromBook(m_thread->tradeBook());
+    if (!m_run || m_watcher.isRunning())
+        return;
+    const RunSummary summary = RunSummary::fromBook(m_book);
     showMessage(QStringLiteral("策略数据汇总"), summary.text());
 
-    LoadedStocks stocks(m_files, m_runConfig);
+    LoadedStocks stocks(m_run->files(), m_run->config().kDir, m_run->config().kFormat);
     StrategyViewWidget results(this);
     results.setStocks(&stocks);
     results.fill(summary.rows);
     results.exec();
 }
 
-void OrvelWidget::onUpdateStock(int percent, const QString &) { m_progress->setValue(percent); }
+void OrvelWidget::onUpdateStock(int percent) { m_progress->setValue(percent); }
 
 void OrvelWidget::onUpdateFinished()
 {
-    // The signal is the worker's last act; once it has returned, the book is ours.
-    m_thread->wait();
-    TradeBook &book = m_thread->tradeBook();
-    book.applyDayLimit(m_runConfig.maxCount, m_runConfig.buyOrder);
-    const QString error = writeOutputCsv(QStringLiteral("output.csv"), book, TextEncoding::Gbk);
-    if (!error.isEmpty())
-        qWarning().noquote() << "output.csv not written:" << error;
     m_progress->hide();
     m_button->setEnabled(true);
+    if (m_run->isCancelled() || m_watcher.future().resultCount() == 0)
+        return;
+    m_book = m_watcher.result();
+    const QString error = writeOutputCsv(QStringLiteral("output.csv"), m_book, TextEncoding::Gbk);
+    if (!error.isEmpty())
+        qWarning().noquote() << "output.csv not written:" << error;
+    m_viewButton->setEnabled(true);
     clickView();
 }
 

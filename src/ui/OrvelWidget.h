@@ -1,24 +1,28 @@
 #pragma once
 
-#include "market/StockFileList.h"
-#include "script/StrategyConfig.h"
+#include "engine/TradeBook.h"
 
+#include <QFutureWatcher>
 #include <QWidget>
 
+#include <memory>
+
+class BacktestRun;
 class Highlighter;
 class QGridLayout;
 class QProgressBar;
 class QPushButton;
 class QTextEdit;
-class StockThreadTarget;
 
 // The script workbench: the highlighted editor, the run's progress bar,
-// "执行" and "查看". A run compiles the editor's script, walks the data
-// directory on the worker thread and ends with the summary and the results.
+// "执行" and "查看". A run starts from "config.conf" and the editor's script,
+// walks the data directory off the interface thread and ends with the
+// summary and the results; "查看" shows the last run's again.
 class OrvelWidget : public QWidget {
     Q_OBJECT
 public:
     explicit OrvelWidget(QWidget *parent = nullptr);
+    // Closing during a run cancels it: no further stock is started.
     ~OrvelWidget() override;
 
     QTextEdit *editor() const { return m_edit; }
@@ -30,7 +34,7 @@ public:
 public slots:
     void clickButton();
     void clickView();
-    void onUpdateStock(int percent, const QString &code);
+    void onUpdateStock(int percent);
     void onUpdateFinished();
 
 private:
@@ -42,8 +46,8 @@ private:
     QProgressBar *m_progress;
     QPushButton *m_button;
     QPushButton *m_viewButton;
-    StockThreadTarget *m_thread;
     Highlighter *m_highlighter;
-    StockFileList m_files;
-    StrategyConfig m_runConfig; // as the last run started, for its charts and day limit
+    QFutureWatcher<TradeBook> m_watcher;
+    std::shared_ptr<BacktestRun> m_run; // the run going on, or the last one
+    TradeBook m_book;                   // the last finished run's trades
 };

@@ -1,8 +1,8 @@
 #include "StockConfigWidget.h"
 
-#include "RunningConfig.h"
 #include "market/SafeFile.h"
 #include "market/TextFile.h"
+#include "script/StrategyConfig.h"
 
 #include <QGridLayout>
 #include <QPushButton>
@@ -28,24 +28,16 @@ StockConfigWidget::StockConfigWidget(QWidget *parent) : QDialog(parent), m_edito
     connect(ok, SIGNAL(clicked()), this, SLOT(onConfig()));
 
     // An empty file counts as none: the user gets the defaults to start from.
-    QString text = readTextFile(kConfigFile);
-    if (text.isEmpty())
-        text = readTextFile(QStringLiteral(":qrc/config.conf"));
-    m_editor->setPlainText(text);
+    m_editor->setPlainText(StrategyConfig::configFileText(kConfigFile));
 }
 
 void StockConfigWidget::onConfig()
 {
+    // Every run reads the file anew, so saving it is all there is to do.
     const QString text = m_editor->toPlainText();
-    StrategyConfig &config = runningConfig();
-    for (const QString &line : splitScriptLines(text)) {
-        if (line.startsWith(QLatin1String("config.")))
-            config.parseConfigLine(line);
-    }
     const QString error = SafeFile::replace(kConfigFile, TextFile::encode(text, TextEncoding::Gbk),
                                             SymlinkRule::FollowToRegularFile);
     if (!error.isEmpty())
         qWarning().noquote() << "cannot write" << kConfigFile << error;
-    config.loadConfigFile(kConfigFile);
     close();
 }

@@ -4,9 +4,8 @@
 
 class QTextEdit;
 
-// Edits "config.conf" as plain text. "确定" applies the `config.` lines,
-// saves the text and reloads the file; closing the window any other way
-// changes nothing.
+// Edits "config.conf" as plain text. "确定" saves it, and the next run
+// starts from it; closing the window any other way changes nothing.
 class StockConfigWidget : public QDialog {
     Q_OBJECT
 public:

@@ -21,7 +21,7 @@ StockRow rowOf(const TradeRecord &trade)
             trade.saleDate,
             QString::number(trade.salePrice, 'g'),
             QString::number(trade.holdDays),
-            trade.status};
+            statusText(trade.status)};
 }
 
 // Trades carry their dates as the engine decoded them, so a day is compared

@@ -1,7 +1,7 @@
 // Fails in the way its argument names, with the crash handler installed
 // before main exactly as in the desktop program.
 #include "app/CrashHandler.h"
-#include "app/MessageLog.h"
+#include "runtime/MessageLog.h"
 
 #include <QtGlobal>
 

@@ -1,5 +1,5 @@
 #include "TestSupport.h"
-#include "engine/BacktestEngine.h"
+#include "engine/BacktestRun.h"
 #include "engine/OutputCsv.h"
 
 #include <gtest/gtest.h>
@@ -44,13 +44,11 @@ TEST(BadData, AWholeDirectoryOfBrokenFilesRunsThroughAndLogsWhatCannotBeOpened)
         ASSERT_TRUE(writeTestFile(dir.filePath(QString::fromLatin1(name)), bytes));
     QDir(dir.path()).mkdir(QStringLiteral("600008"));
 
-    StrategyConfig config;
-    config.kDir = dir.path();
-    config.salePoint = QStringLiteral("close");
-    config.maxHoldDay = 1;
     LogCapture log;
-    const TradeBook book =
-        BacktestEngine(QStringLiteral("buy.vol,0>value,100"), config).run(listStockFiles(dir.path()), 2);
+    BacktestRun run(QStringLiteral("config.trade.sale.point,close\nconfig.trade.max.hold.day,1"),
+                    QStringLiteral("buy.vol,0>value,100"), dir.path());
+    run.setJobs(2);
+    const TradeBook book = run.run();
 
     // The signal on the seventh day buys on the eighth, sold the same day.
     // Unreadable numbers read 0: a gap from or to 0 is no buy.

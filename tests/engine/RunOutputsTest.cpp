@@ -19,8 +19,8 @@ TradeRecord trade(const char *code, const char *date, double volume, double buy 
     r.buyPrice = buy;
     r.salePrice = sale;
     r.holdDays = 2;
-    r.status = QStringLiteral("卖点");
-    r.priceKind = TradeRecord::kOrdinarySale;
+    r.status = TradeStatus::SaleSignal;
+    r.summaryCount = SummaryCount::Counted;
     return r;
 }
 
@@ -41,12 +41,12 @@ TEST(DayLimit, KeepsTheLargestVolumesAndTheEarlierFiledOnTies)
                                  trade("d", "d1", 7), trade("e", "d2", 1), trade("f", "d0", 1)})
         book.file(r);
     TradeBook ascending = book;
-    book.applyDayLimit(3, QStringLiteral("desc"));
+    book.applyDayLimit(3, BuyOrder::Descending);
     EXPECT_EQ(codes(book), (QStringList{"f", "b", "d", "a", "e"}));
-    ascending.applyDayLimit(3, QStringLiteral("asc"));
+    ascending.applyDayLimit(3, BuyOrder::Ascending);
     EXPECT_EQ(codes(ascending), (QStringList{"f", "a", "c", "d", "e"}));
     TradeBook none = ascending;
-    none.applyDayLimit(0, QStringLiteral("desc"));
+    none.applyDayLimit(0, BuyOrder::Descending);
     EXPECT_TRUE(codes(none).isEmpty());
 }
 
@@ -56,7 +56,7 @@ TEST(Summary, CountsOrdinarySalesOnlyWithTwoDecimalsRoundedToEven)
     book.file(trade("a", "d1", 1, 10, 10));  // a tie is a success, gain 0
     book.file(trade("b", "d1", 1, 8, 8.09)); // gain 1.125
     TradeRecord rapid = trade("c", "d2", 1, 10, 20);
-    rapid.priceKind = 0;
+    rapid.summaryCount = SummaryCount::Left;
     book.file(rapid);
     const RunSummary summary = RunSummary::fromBook(book);
     EXPECT_EQ(summary.rows.size(), 3u);
@@ -97,7 +97,7 @@ TEST(DayLimit, FilingWithTheLimitGivesWhatLimitingAfterwardsGives)
     std::mt19937 random(5);
     for (int round = 0; round < 300; ++round) {
         const int maxCount = int(random() % 5) - 1;
-        const QString order = random() % 2 ? QStringLiteral("desc") : QStringLiteral("asc");
+        const BuyOrder order = random() % 2 ? BuyOrder::Descending : BuyOrder::Ascending;
         TradeBook afterwards;
         DayLimitedFiling asFiled(maxCount, order);
         for (int i = 0; i < 60; ++i) {
@@ -108,6 +108,6 @@ TEST(DayLimit, FilingWithTheLimitGivesWhatLimitingAfterwardsGives)
             asFiled.file(TradeRecord(r));
         }
         afterwards.applyDayLimit(maxCount, order);
-        ASSERT_EQ(codes(asFiled.finish()), codes(afterwards)) << maxCount << order.toStdString();
+        ASSERT_EQ(codes(asFiled.finish()), codes(afterwards)) << maxCount << int(order);
     }
 }

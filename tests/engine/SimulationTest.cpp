@@ -37,12 +37,13 @@ QString simulate(const QString &rules, std::initializer_list<Day> days)
     series.code = QStringLiteral("600000");
 
     StrategyConfig config;
-    config.salePoint = QStringLiteral("close");
+    config.salePoint = SalePoint::Close;
     Script script;
     int line = 0;
     const QString signalRules = QStringLiteral("buy.vol,0>value,99\nsale.vol,0>value,6");
     EXPECT_EQ(compileScript(script, config, rules + signalRules, line), 1) << line;
-    script.bind(series.view());
+    IndicatorCache cache;
+    script.bind(series.view(), cache);
     std::vector<TradeRecord> trades;
     StockSimulator(config).simulateStock(series, script, trades);
     TradeBook book;

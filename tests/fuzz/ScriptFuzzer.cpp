@@ -20,7 +20,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     parseKLineText("[[a,1,2,3,0.5,10],[b,2,1,3,1,0],[c,0,0,0,0,0],[d,5,6,7,4,100],[e,6,5,7,5,9],"
                    "[f,5,5,5,5,5],[g,4,8,9,3,1],[h,8,8.8,8.8,8,2]]",
                    series);
-    script.bind(series.view());
+    IndicatorCache cache;
+    script.bind(series.view(), cache);
     for (int day = -2; day < series.size() + 2; ++day) {
         script.isBuy(day);
         script.isSale(day);

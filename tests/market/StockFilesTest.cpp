@@ -1,7 +1,6 @@
 #include "TestSupport.h"
 #include "market/StockFileList.h"
 #include "market/StockLoader.h"
-#include "script/StrategyConfig.h"
 
 #include <gtest/gtest.h>
 
@@ -37,16 +36,16 @@ TEST(DataDirectory, APrefixedNameIsReadThroughItsBareCode)
     QTemporaryDir dir;
     ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("sh688006")), "garbage, not read"));
     ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("688006")), kSevenDays));
-    StrategyConfig config;
-    config.kDir = dir.path();
     StockLoader loader;
     StockSeries series;
-    EXPECT_TRUE(loader.loadStockSeries(dir.filePath(QStringLiteral("sh688006")), config, series));
+    QString format = QStringLiteral("default");
+    EXPECT_TRUE(loader.loadStockSeries(dir.filePath(QStringLiteral("sh688006")), dir.path(), format, series));
     EXPECT_EQ(series.code, QStringLiteral("688006"));
     EXPECT_EQ(series.size(), 7);
 
     LogCapture log;
-    EXPECT_FALSE(loader.loadStockSeries(dir.filePath(QStringLiteral("sz000001")), config, series));
+    EXPECT_FALSE(
+        loader.loadStockSeries(dir.filePath(QStringLiteral("sz000001")), dir.path(), format, series));
     ASSERT_EQ(log.lines().size(), 1);
     EXPECT_TRUE(log.lines()[0].startsWith(QStringLiteral("open file failed:")));
 }
@@ -57,17 +56,17 @@ TEST(DataDirectory, SixDaysAreTooFewAndOtherFormatsReadNothing)
     ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("600000")),
                               QByteArray(kSevenDays).replace(",[d7,1,1,1,1,1]", "")));
     ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("600001")), kSevenDays));
-    StrategyConfig config;
-    config.kDir = dir.path();
     StockLoader loader;
     StockSeries series;
-    EXPECT_FALSE(loader.loadStockSeries(dir.filePath(QStringLiteral("600000")), config, series));
+    QString format = QStringLiteral("default");
+    EXPECT_FALSE(loader.loadStockSeries(dir.filePath(QStringLiteral("600000")), dir.path(), format, series));
     EXPECT_EQ(series.size(), 6);
-    EXPECT_TRUE(loader.loadStockSeries(dir.filePath(QStringLiteral("600001")), config, series));
-    config.kFormat = QStringLiteral("tdx");
-    EXPECT_FALSE(loader.loadStockSeries(dir.filePath(QStringLiteral("600001")), config, series));
+    EXPECT_TRUE(loader.loadStockSeries(dir.filePath(QStringLiteral("600001")), dir.path(), format, series));
+    format = QStringLiteral("tdx");
+    EXPECT_FALSE(loader.loadStockSeries(dir.filePath(QStringLiteral("600001")), dir.path(), format, series));
     EXPECT_EQ(series.size(), 0);
-    EXPECT_FALSE(loader.loadStockSeries(QStringLiteral("/a/b"), config, series)); // shorter than seven
+    EXPECT_FALSE(
+        loader.loadStockSeries(QStringLiteral("/a/b"), dir.path(), format, series)); // shorter than seven
 }
 
 TEST(DataDirectory, AFifoDeviceLinkOrHugeFileWhereAStockShouldBeIsSkippedWithoutWaiting)
@@ -83,10 +82,9 @@ TEST(DataDirectory, AFifoDeviceLinkOrHugeFileWhereAStockShouldBeIsSkippedWithout
     ASSERT_TRUE(huge.open(QIODevice::WriteOnly) && huge.resize((qint64(1) << 28) + 1));
     huge.close();
 
-    StrategyConfig config;
-    config.kDir = dir.path();
     StockLoader loader;
     StockSeries series;
+    const QString format = QStringLiteral("default");
     // Each is listed under another name and re-opened by its code, as runs do.
     const std::pair<const char *, StockSkip> cases[] = {{"x600001", StockSkip::NotRegularFile},
                                                         {"x600002", StockSkip::NotRegularFile},
@@ -97,11 +95,12 @@ TEST(DataDirectory, AFifoDeviceLinkOrHugeFileWhereAStockShouldBeIsSkippedWithout
         if (!QFileInfo::exists(dir.filePath(code)) && !QFileInfo(dir.filePath(code)).isSymLink())
             continue; // no device without root
         LogCapture log;
-        EXPECT_FALSE(loader.loadStockSeries(dir.filePath(QString::fromLatin1(listed)), config, series));
+        EXPECT_FALSE(
+            loader.loadStockSeries(dir.filePath(QString::fromLatin1(listed)), dir.path(), format, series));
         EXPECT_EQ(loader.lastSkip(), skip) << listed;
         ASSERT_EQ(log.lines().size(), 1);
         EXPECT_TRUE(log.lines()[0].startsWith(QStringLiteral("open file failed:")));
     }
-    config.kDir = dir.filePath(QStringLiteral("elsewhere")); // the link's target itself is fine
-    EXPECT_TRUE(loader.loadStockSeries(real, config, series));
+    // The link's target itself is fine.
+    EXPECT_TRUE(loader.loadStockSeries(real, dir.filePath(QStringLiteral("elsewhere")), format, series));
 }

@@ -76,7 +76,7 @@ TEST(Report, JsonHasEveryKeyAndNullWhereAFigureHasNoValue)
     TradeRecord pending;
     pending.code = QStringLiteral("600000");
     pending.buyDate = QStringLiteral("2024-01-02下一日开盘买入");
-    pending.status = QStringLiteral("待买入");
+    pending.status = TradeStatus::PendingBuy;
     book.file(pending);
     const std::vector<ReportTrade> trades = reportTradesOf(book);
     ASSERT_EQ(trades.size(), 1u);

@@ -1,4 +1,5 @@
 #include "TestSupport.h"
+#include "indicators/IndicatorCache.h"
 #include "script/MetaEvalutor.h"
 #include "script/StrategyConfig.h"
 
@@ -10,10 +11,16 @@ namespace {
 
 std::unique_ptr<MetaEvalutor> compileTerm(const QString &term)
 {
-    std::unique_ptr<MetaEvalutor> evaluator(createEvaluator(term.section(QLatin1Char(','), 0, 0)));
+    std::unique_ptr<MetaEvalutor> evaluator = createEvaluator(term.section(QLatin1Char(','), 0, 0));
     if (!evaluator || !evaluator->parse(term))
         return nullptr;
     return evaluator;
+}
+
+void bindTo(MetaEvalutor &term, StockBars bars)
+{
+    IndicatorCache cache;
+    term.bind(bars, cache);
 }
 
 bool compiles(const char *term) { return compileTerm(QString::fromUtf8(term)) != nullptr; }
@@ -63,31 +70,31 @@ TEST(Terms, ArgumentsMustMatchEachTermsForm)
 TEST(Terms, OffsetsReadEarlierBarsAndTheFirstBarIsNeverUsable)
 {
     auto close = compileTerm(QStringLiteral("close,-1"));
-    close->bind(kSeries.view());
+    bindTo(*close, kSeries.view());
     EXPECT_EQ(valueOn(*close, 1), QStringLiteral("NA"));
     EXPECT_EQ(valueOn(*close, 2), QStringLiteral("11"));
     EXPECT_EQ(valueOn(*close, 5), QStringLiteral("14"));
     EXPECT_EQ(valueOn(*close, 6), QStringLiteral("NA"));
 
     auto increase = compileTerm(QStringLiteral("increase,2,0"));
-    increase->bind(kSeries.view());
+    bindTo(*increase, kSeries.view());
     EXPECT_EQ(valueOn(*increase, 1), QStringLiteral("20")); // high 12 over the previous close 10
     auto swing = compileTerm(QStringLiteral("swing,0"));
-    swing->bind(kSeries.view());
+    bindTo(*swing, kSeries.view());
     EXPECT_EQ(valueOn(*swing, 4), QStringLiteral("20")); // (15 - 12.5) / 12.5
 }
 
 TEST(Terms, AveragesHaveNoValueBeforeTheirPeriodNorForAPeriodBelowOne)
 {
     auto ma = compileTerm(QStringLiteral("ma,3,0"));
-    ma->bind(kSeries.view());
+    bindTo(*ma, kSeries.view());
     EXPECT_EQ(valueOn(*ma, 1), QStringLiteral("NA"));
     EXPECT_EQ(valueOn(*ma, 2), QStringLiteral("11"));
     auto none = compileTerm(QStringLiteral("ma,0,0"));
-    none->bind(kSeries.view());
+    bindTo(*none, kSeries.view());
     EXPECT_EQ(valueOn(*none, 3), QStringLiteral("NA"));
     auto volume = compileTerm(QStringLiteral("volma,2,-1"));
-    volume->bind(kSeries.view());
+    bindTo(*volume, kSeries.view());
     EXPECT_EQ(valueOn(*volume, 4), QStringLiteral("350"));
 }
 
@@ -96,8 +103,8 @@ TEST(Terms, PatternOffsetsLookAheadAndNeedThreeBars)
     // Three rising bars end on day 3: a red-three-soldiers pattern there.
     auto today = compileTerm(QStringLiteral("k.红三兵,0"));
     auto tomorrow = compileTerm(QStringLiteral("k.红三兵,-1"));
-    today->bind(kSeries.view());
-    tomorrow->bind(kSeries.view());
+    bindTo(*today, kSeries.view());
+    bindTo(*tomorrow, kSeries.view());
     EXPECT_EQ(valueOn(*today, 1), QStringLiteral("NA"));
     EXPECT_EQ(valueOn(*today, 2), QStringLiteral("1"));
     EXPECT_EQ(valueOn(*tomorrow, 1), QStringLiteral("1")); // judges the pattern ending on day 2

@@ -24,7 +24,8 @@ std::unique_ptr<Script> boundScript(const QString &text, const StockSeries &seri
     StrategyConfig config;
     int line = 0;
     EXPECT_EQ(compileScript(*script, config, text, line), 1) << line;
-    script->bind(series.view());
+    IndicatorCache cache;
+    script->bind(series.view(), cache);
     return script;
 }
 

@@ -23,7 +23,7 @@ TEST(ConfigLines, KnownKeysStoreTheirValueAndIntegersTruncate)
     EXPECT_EQ(c.parseConfigLine(QStringLiteral("config.source.k.dir, d ")), 1);
     EXPECT_EQ(c.kDir, QStringLiteral(" d ")); // strings are stored as written
     EXPECT_EQ(c.parseConfigLine(QStringLiteral("config.trade.buy.order,")), 1);
-    EXPECT_EQ(c.buyOrder, QString());
+    EXPECT_EQ(c.buyOrder, BuyOrder::Ascending); // only "desc" is descending
 }
 
 TEST(ConfigLines, OnlyTwoFieldLinesAreConfiguration)
@@ -41,18 +41,17 @@ TEST(ConfigLines, SaleSettingsAreNormalisedOnlyByAnUnknownKey)
     c.parseConfigLine(QStringLiteral("config.trade.sale.point,OPEN"));
     c.parseConfigLine(QStringLiteral("config.trade.sale.rapid,YES"));
     c.parseConfigLine(QStringLiteral("config.trade.max.count,2"));
-    EXPECT_EQ(c.salePoint, QStringLiteral("OPEN"));
-    EXPECT_EQ(c.saleRapid, QStringLiteral("YES"));
+    EXPECT_EQ(c.salePoint, SalePoint::Unset); // names are exact
+    EXPECT_EQ(c.saleRapid, RapidSale::No);
     EXPECT_EQ(c.parseConfigLine(QStringLiteral("config.source.ticket.dir,tick")), 0);
-    EXPECT_EQ(c.salePoint, QStringLiteral("close"));
-    EXPECT_EQ(c.saleRapid, QStringLiteral("no"));
+    EXPECT_EQ(c.salePoint, SalePoint::Close);
 
     StrategyConfig kept;
     kept.parseConfigLine(QStringLiteral("config.trade.sale.point,open"));
     kept.parseConfigLine(QStringLiteral("config.trade.sale.rapid,yes"));
     kept.parseConfigLine(QStringLiteral("# a comment, with one comma"));
-    EXPECT_EQ(kept.salePoint, QStringLiteral("open"));
-    EXPECT_EQ(kept.saleRapid, QStringLiteral("yes"));
+    EXPECT_EQ(kept.salePoint, SalePoint::Open);
+    EXPECT_EQ(kept.saleRapid, RapidSale::Yes);
 }
 
 TEST(ConfigFile, FallsBackToTheBuiltInCopyAndReadsCrLfGbkFiles)
@@ -62,7 +61,7 @@ TEST(ConfigFile, FallsBackToTheBuiltInCopyAndReadsCrLfGbkFiles)
     builtIn.kDir = QStringLiteral("elsewhere");
     builtIn.loadConfigFile(dir.filePath(QStringLiteral("config.conf")));
     EXPECT_EQ(builtIn.kDir, QStringLiteral("data"));
-    EXPECT_EQ(builtIn.salePoint, QStringLiteral("close")); // the ticket line normalised it
+    EXPECT_EQ(builtIn.salePoint, SalePoint::Close); // the ticket line normalised it
 
     QFile file(dir.filePath(QStringLiteral("config.conf")));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -73,7 +72,7 @@ TEST(ConfigFile, FallsBackToTheBuiltInCopyAndReadsCrLfGbkFiles)
     own.loadConfigFile(file.fileName());
     EXPECT_EQ(own.kDir, QStringLiteral("数据"));
     EXPECT_EQ(own.maxCount, 7);
-    EXPECT_EQ(own.salePoint, QString());
+    EXPECT_EQ(own.salePoint, SalePoint::Unset);
 }
 
 TEST(ConfigFile, OneBomIsDroppedAndBadBytesAreReplacedNeverLost)

@@ -20,7 +20,7 @@ TradeRecord trade(const QString &code, const QString &buyDate, double buyPrice, 
     record.buyDate = record.saleDate = buyDate;
     record.buyPrice = buyPrice;
     record.salePrice = salePrice;
-    record.status = QStringLiteral("卖点");
+    record.status = TradeStatus::SaleSignal;
     return record;
 }
 
@@ -54,7 +54,7 @@ private slots:
     void daysWrittenInChineseAreFoundAndNamed();
 
 private:
-    StrategyConfig m_config;
+    QString m_dir;
     StockFileList m_files;
     StockSeries m_series;
 };
@@ -62,14 +62,13 @@ private:
 void ResultsWindowTest::initTestCase()
 {
     const QString bundled = QStringLiteral(ORVEL_SOURCE_DIR "/data");
-    m_config.kDir = QDir(bundled).isEmpty(QDir::Files)
-                        ? QStringLiteral(ORVEL_SHARED_DIR "/data/synthetic-market")
-                        : bundled;
-    m_files = listStockFiles(m_config.kDir);
+    m_dir = QDir(bundled).isEmpty(QDir::Files) ? QStringLiteral(ORVEL_SHARED_DIR "/data/synthetic-market")
+                                               : bundled;
+    m_files = listStockFiles(m_dir);
     if (m_files.isEmpty())
         QSKIP("no sample market");
     StockLoader loader;
-    QVERIFY(loader.loadStockSeries(m_files.first(), m_config, m_series));
+    QVERIFY(loader.loadStockSeries(m_files.first(), m_dir, QStringLiteral("default"), m_series));
     QVERIFY(m_series.size() > 120);
 }
 
@@ -112,7 +111,7 @@ void ResultsWindowTest::sortingByGainOrPriceIsNumeric()
 
 void ResultsWindowTest::clickingATradeShowsItsStockFromTheBuyDay()
 {
-    LoadedStocks stocks(m_files, m_config);
+    LoadedStocks stocks(m_files, m_dir, QStringLiteral("default"));
     StrategyViewWidget results;
     results.setStocks(&stocks);
     const int last = m_series.size() - 1;
@@ -138,7 +137,7 @@ void ResultsWindowTest::clickingATradeShowsItsStockFromTheBuyDay()
 
 void ResultsWindowTest::aTradeWhoseStockOrDayIsUnknownLeavesTheChartAlone()
 {
-    LoadedStocks stocks(m_files, m_config);
+    LoadedStocks stocks(m_files, m_dir, QStringLiteral("default"));
     StrategyViewWidget results;
     results.setStocks(&stocks);
     results.fill({trade(m_series.code, dateOf(m_series.bars[30]), 10, 11),
@@ -163,9 +162,7 @@ void ResultsWindowTest::daysWrittenInChineseAreFoundAndNamed()
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write(TextFile::encode(QLatin1Char('[') + items.chopped(1) + QLatin1Char(']'), TextEncoding::Gbk));
     file.close();
-    StrategyConfig config;
-    config.kDir = market.path();
-    LoadedStocks stocks(listStockFiles(config.kDir), config);
+    LoadedStocks stocks(listStockFiles(market.path()), market.path(), QStringLiteral("default"));
 
     StrategyViewWidget results;
     results.setStocks(&stocks);

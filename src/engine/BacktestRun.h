@@ -1,0 +1,71 @@
+#pragma once
+
+#include "TradeBook.h"
+#include "market/Stock.h"
+#include "market/StockFileList.h"
+#include "script/CompiledStrategy.h"
+
+#include <atomic>
+#include <functional>
+#include <memory>
+
+// One backtest, as both front ends start it: the configuration, then the
+// script's `config.` lines, then the data folder; compiled once and listed
+// once. run() shares the stocks out over worker threads and merges their
+// trades in file order, so the book is the same for any number of threads.
+// To look at each stock's bars as it is walked, setObserver(); to go on from
+// the trades, take run()'s book (nothing is kept or read twice for either).
+class BacktestRun {
+public:
+    enum class Problem { None, CompileError, NoBuyStatement, NoData };
+
+    // Called once per file, in file order, with the percentage done before
+    // that file and its path. May be called from a worker thread.
+    using Progress = std::function<void(int percent, const QString &path)>;
+
+    // Sees the bars of every stock simulated (the files with more than six
+    // days) with the file's place in the listing. Called from the workers,
+    // several at once, each call with its own file index, in any order.
+    using StockObserver = std::function<void(int fileIndex, const StockSeries &series)>;
+
+    // `configText` holds configuration lines ("config.conf"'s text); a
+    // non-empty `dataDir` replaces the configured K-line directory.
+    BacktestRun(const QString &configText, const QString &scriptText, const QString &dataDir = {});
+    BacktestRun(const BacktestRun &) = delete;
+    BacktestRun &operator=(const BacktestRun &) = delete;
+
+    Problem problem() const { return m_problem; }
+    // The user's words for the problem: "预编译出错" or "警告", and the text.
+    QString problemTitle() const;
+    QString problemText() const;
+
+    // Valid when problem() is None or NoData.
+    const std::shared_ptr<const CompiledStrategy> &strategy() const { return m_strategy; }
+    const StrategyConfig &config() const { return m_strategy->config(); }
+    const StockFileList &files() const { return m_files; }
+
+    void setJobs(int jobs) { m_jobs = jobs; }
+    void setProgress(Progress progress) { m_progress = std::move(progress); }
+    void setObserver(StockObserver observer) { m_observer = std::move(observer); }
+
+    // From any thread: no further stock is started.
+    void cancel() { m_cancelled = true; }
+    bool isCancelled() const { return m_cancelled; }
+
+    // The trades with the per-day buy limit applied; only when problem() is
+    // None. A cancelled run gives the trades of the stocks finished in order.
+    TradeBook run();
+
+    // The number of worker threads when the user names none.
+    static int defaultJobs();
+
+private:
+    Problem m_problem = Problem::None;
+    int m_errorLine = 0;
+    std::shared_ptr<const CompiledStrategy> m_strategy;
+    StockFileList m_files;
+    int m_jobs = defaultJobs();
+    Progress m_progress;
+    StockObserver m_observer;
+    std::atomic<bool> m_cancelled{false};
+};

@@ -1,0 +1,17 @@
+#include "CompiledStrategy.h"
+
+CompileResult CompiledStrategy::compile(StrategyConfig config, const QString &text, const QString &dataDir)
+{
+    std::shared_ptr<CompiledStrategy> strategy(new CompiledStrategy);
+    CompileResult result;
+    if (compileScript(strategy->m_script, config, text, result.line) != 1) {
+        result.status =
+            result.line > 0 ? CompileResult::Status::ErrorAtLine : CompileResult::Status::NoBuyStatement;
+        return result;
+    }
+    if (!dataDir.isEmpty())
+        config.kDir = dataDir;
+    strategy->m_config = std::move(config);
+    result.strategy = std::move(strategy);
+    return result;
+}

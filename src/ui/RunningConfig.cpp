@@ -1,7 +1,0 @@
-#include "RunningConfig.h"
-
-StrategyConfig &runningConfig()
-{
-    static StrategyConfig config;
-    return config;
-}
