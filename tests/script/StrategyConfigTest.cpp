@@ -125,8 +125,8 @@ TEST(ConfigLines, ReportKeysAreReadAndNormaliseTheSaleSettingsAsAnUnknownKeyDoes
     EXPECT_EQ(withReport.parseConfigLine(QStringLiteral("config.report.capital,250000.5")), 1);
     EXPECT_EQ(withUnknown.parseConfigLine(QStringLiteral("config.report.nothing,1")), 0);
     for (const StrategyConfig *c : {&withReport, &withUnknown}) {
-        EXPECT_EQ(c->salePoint, QStringLiteral("close"));
-        EXPECT_EQ(c->saleRapid, QStringLiteral("yes"));
+        EXPECT_EQ(c->salePoint, SalePoint::Close);
+        EXPECT_EQ(c->saleRapid, RapidSale::Yes);
     }
     EXPECT_EQ(withReport.report.capital, 250000.5);
     withReport.parseConfigLine(QStringLiteral("config.report.slots,4.9"));
