@@ -103,8 +103,8 @@ TEST(ConfigFile, OneBomIsDroppedAndBadBytesAreReplacedNeverLost)
     ASSERT_TRUE(writeTestFile(path, "config.trade.sale.rapid,yes\nconfig.trade.sale.point,close\xA0"));
     StrategyConfig config;
     config.loadConfigFile(path);
-    EXPECT_EQ(config.salePoint, QStringLiteral("close\uFFFD"));
-    EXPECT_EQ(config.saleRapid, QStringLiteral("yes"));
+    EXPECT_EQ(config.salePoint, SalePoint::Unset); // "close\uFFFD" is not "close"
+    EXPECT_EQ(config.saleRapid, RapidSale::Yes);
 }
 
 TEST(ConfigFile, KeywordListKeepsTheReadyMadeSalePointLine)
