@@ -118,7 +118,7 @@ TEST(Numbers, ReadThroughAnyWhiteSpaceAndBelowTheSmallestDouble)
         auto evaluator = compileTerm(QString::fromUtf8(term));
         if (!evaluator)
             return QStringLiteral("does not compile");
-        evaluator->bind(kSeries.view());
+        bindTo(*evaluator, kSeries.view());
         return valueOn(*evaluator, day);
     };
     EXPECT_EQ(valueOf("close,\u3000-1", 2), QStringLiteral("11"));
