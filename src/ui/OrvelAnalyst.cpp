@@ -11,6 +11,7 @@
 
 #include <QDesktopServices>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMenuBar>
 #include <QTextEdit>
 
@@ -59,8 +60,10 @@ void OrvelAnalyst::loadScript()
 void OrvelAnalyst::importScript(const QString &path)
 {
     const QString text = readTextFile(path);
-    if (text.size() > kShortestScript)
-        m_workbench->editor()->setPlainText(text);
+    if (text.size() <= kShortestScript)
+        return;
+    m_workbench->editor()->setPlainText(text);
+    m_workbench->setScriptName(QFileInfo(path).fileName());
 }
 
 void OrvelAnalyst::saveScript()
@@ -74,6 +77,8 @@ void OrvelAnalyst::saveScript()
         SafeFile::replace(path, TextFile::encode(text, TextEncoding::Gbk), SymlinkRule::FollowToRegularFile);
     if (!error.isEmpty())
         qWarning().noquote() << "cannot write" << path << error;
+    else
+        m_workbench->setScriptName(QFileInfo(path).fileName());
 }
 
 void OrvelAnalyst::config()

@@ -12,6 +12,7 @@
 #include "market/TextFile.h"
 #include "script/MetaEvalutor.h"
 
+#include <QFontDatabase>
 #include <QGridLayout>
 #include <QProgressBar>
 #include <QPushButton>
@@ -63,21 +64,27 @@ OrvelWidget::~OrvelWidget()
 
 void OrvelWidget::setUpEditor()
 {
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPointSize(12);
+    font.setStyleHint(QFont::Monospace);
+    m_edit->setFont(font);
+    m_edit->setStyleSheet(QStringLiteral("QTextEdit { background: gray }"));
+    connect(m_edit, &QTextEdit::cursorPositionChanged, this, &OrvelWidget::markCurrentLine);
+
+    QString script = readTextFile(QStringLiteral(":qrc/default.script"));
+    m_edit->setPlainText(script.replace(QStringLiteral("VERSION#"), orvelVersion()));
+    markCurrentLine();
+}
+
+// A lighter band across the line that holds the cursor: gray on gray would not show.
+void OrvelWidget::markCurrentLine()
+{
     QTextEdit::ExtraSelection currentLine;
-    currentLine.format.setBackground(QBrush(Qt::gray));
+    currentLine.format.setBackground(QColor(Qt::gray).lighter(130));
     currentLine.format.setProperty(QTextFormat::FullWidthSelection, true);
     currentLine.cursor = m_edit->textCursor();
     currentLine.cursor.clearSelection();
     m_edit->setExtraSelections({currentLine});
-
-    QFont font = m_edit->font();
-    font.setPointSize(12);
-    font.setFixedPitch(true);
-    m_edit->setFont(font);
-    m_edit->setStyleSheet(QStringLiteral("QTextEdit { background: gray }"));
-
-    QString script = readTextFile(QStringLiteral(":qrc/default.script"));
-    m_edit->setPlainText(script.replace(QStringLiteral("VERSION#"), orvelVersion()));
 }
 
 QStringList OrvelWidget::keywordPatterns()
@@ -98,6 +105,10 @@ void OrvelWidget::clickButton()
         return;
     }
     m_run = run;
+    m_runTitle =
+        QStringLiteral("%1 %2 - %3")
+            .arg(m_scriptName, QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss")),
+                 orvelWindowTitle());
     m_button->setEnabled(false);
     m_viewButton->setEnabled(false);
     m_progress->setValue(0);
@@ -109,18 +120,26 @@ void OrvelWidget::clickButton()
     }));
 }
 
+StrategyViewWidget *OrvelWidget::results() const { return m_results; }
+
 void OrvelWidget::clickView()
 {
     if (!m_run || m_watcher.isRunning())
         return;
-    const RunSummary summary = RunSummary::fromBook(m_book);
+    RunSummary summary = RunSummary::fromBook(m_book);
     showMessage(QStringLiteral("策略数据汇总"), summary.text());
 
-    LoadedStocks stocks(m_run->files(), m_run->config().kDir, m_run->config().kFormat);
-    StrategyViewWidget results(this);
-    results.setStocks(&stocks);
-    results.fill(summary.rows);
-    results.exec();
+    if (!m_results) {
+        m_results = new StrategyViewWidget(this);
+        m_results->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    const StrategyConfig &config = m_run->config();
+    m_results->setStocks(std::make_unique<LoadedStocks>(m_run->files(), config.kDir, config.kFormat));
+    m_results->fill(std::move(summary.rows));
+    m_results->setWindowTitle(m_runTitle);
+    m_results->show();
+    m_results->raise();
+    m_results->activateWindow();
 }
 
 void OrvelWidget::onUpdateStock(int percent) { m_progress->setValue(percent); }

@@ -2,7 +2,9 @@
 
 #include "engine/TradeBook.h"
 
+#include <QDateTime>
 #include <QFutureWatcher>
+#include <QPointer>
 #include <QWidget>
 
 #include <memory>
@@ -13,6 +15,7 @@ class QGridLayout;
 class QProgressBar;
 class QPushButton;
 class QTextEdit;
+class StrategyViewWidget;
 
 // The script workbench: the highlighted editor, the run's progress bar,
 // "执行" and "查看". A run starts from "config.conf" and the editor's script,
@@ -26,6 +29,10 @@ public:
     ~OrvelWidget() override;
 
     QTextEdit *editor() const { return m_edit; }
+    // The open results window, if any.
+    StrategyViewWidget *results() const;
+    // The name the results window is titled with: the script's file.
+    void setScriptName(const QString &name) { m_scriptName = name; }
 
     // The vocabulary the editor highlights: evaluator names, configuration
     // keys and candlestick pattern names.
@@ -39,6 +46,7 @@ public slots:
 
 private:
     void setUpEditor();
+    void markCurrentLine();
     void showMessage(const QString &title, const QString &text);
 
     QGridLayout *m_layout;
@@ -50,4 +58,7 @@ private:
     QFutureWatcher<TradeBook> m_watcher;
     std::shared_ptr<BacktestRun> m_run; // the run going on, or the last one
     TradeBook m_book;                   // the last finished run's trades
+    QString m_scriptName = QStringLiteral("default.script");
+    QString m_runTitle; // the script's name and the start time of the run in m_run
+    QPointer<StrategyViewWidget> m_results;
 };

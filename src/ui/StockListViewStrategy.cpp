@@ -1,41 +1,51 @@
 #include "StockListViewStrategy.h"
 
-#include "OrderTableWidgetItem.h"
+#include <QHeaderView>
+#include <QSortFilterProxyModel>
 
-namespace {
-
-enum Column { Code, BuyDate, BuyPrice, SaleDate, SalePrice, HoldDays, Gain, SaleType };
-
-QString gainText(double buyPrice, double salePrice)
+StockListViewStrategy::StockListViewStrategy(QWidget *parent)
+    : StockListView(parent), m_trades(new TradeTableModel(this)), m_sorted(new QSortFilterProxyModel(this))
 {
-    const double gain = buyPrice > 0 ? (salePrice - buyPrice) * 100 / buyPrice : 0;
-    return QString::number(gain, 'f', 2);
+    m_sorted->setSourceModel(m_trades);
+    m_sorted->setSortRole(TradeTableModel::SortRole);
+    setModel(m_sorted);
+    // With many trades, measuring every row would cost more than the rows themselves.
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    horizontalHeader()->setStretchLastSection(true);
+    fitColumns();
+    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex &current) {
+                if (current.isValid())
+                    emit tradeChosen(m_trades->trade(m_sorted->mapToSource(current).row()));
+            });
 }
 
-} // namespace
-
-StockListViewStrategy::StockListViewStrategy(QWidget *parent) : StockListView(parent)
+void StockListViewStrategy::setTrades(std::vector<TradeRecord> trades)
 {
-    setHeaders({QStringLiteral("代码"), QStringLiteral("买入日期"), QStringLiteral("买入价位"),
-                QStringLiteral("卖出日期"), QStringLiteral("卖出价位"), QStringLiteral("持股天数"),
-                QStringLiteral("涨幅"), QStringLiteral("卖出类型")});
-    setColumnWidth(Code, 48);
-    for (int column = BuyDate; column < SaleType; ++column)
-        setColumnWidth(column, 72);
-    setColumnWidth(SaleType, 86);
+    m_trades->setTrades(std::move(trades));
 }
 
-void StockListViewStrategy::appendRow(const StockRow &row)
+// Wide enough for a six-digit code, a full date and a price in this
+// desktop's font, whatever its size.
+void StockListViewStrategy::fitColumns()
 {
-    const double buyPrice = row.value(2).toDouble();
-    const double salePrice = row.value(4).toDouble();
-    const int index = newRow();
-    setItem(index, Code, new QTableWidgetItem(row.value(0)));
-    setItem(index, BuyDate, new QTableWidgetItem(row.value(1)));
-    setItem(index, BuyPrice, new OrderTableWidgetItem(QString::number(buyPrice, 'g')));
-    setItem(index, SaleDate, new QTableWidgetItem(row.value(3)));
-    setItem(index, SalePrice, new OrderTableWidgetItem(QString::number(salePrice, 'g')));
-    setItem(index, HoldDays, new QTableWidgetItem(row.value(5)));
-    setItem(index, Gain, new OrderTableWidgetItem(gainText(buyPrice, salePrice)));
-    setItem(index, SaleType, new QTableWidgetItem(row.value(6)));
+    const QFontMetrics metrics(font());
+    const int padding = 2 * metrics.averageCharWidth() + 8;
+    const auto widthOf = [&](const QString &sample, int column) {
+        const QString header = m_trades->headerData(column, Qt::Horizontal).toString();
+        return std::max(metrics.horizontalAdvance(sample), metrics.horizontalAdvance(header)) + padding;
+    };
+    const QString date = QStringLiteral("2026-12-31");
+    const QString price = QStringLiteral("1234.56");
+    const int widths[TradeTableModel::ColumnCount] = {
+        widthOf(QStringLiteral("600000"), TradeTableModel::Code),
+        widthOf(date, TradeTableModel::BuyDate),
+        widthOf(price, TradeTableModel::BuyPrice),
+        widthOf(date, TradeTableModel::SaleDate),
+        widthOf(price, TradeTableModel::SalePrice),
+        widthOf(QStringLiteral("999"), TradeTableModel::HoldDays),
+        widthOf(QStringLiteral("-100.00"), TradeTableModel::Gain),
+        widthOf(QStringLiteral("持股时间到期"), TradeTableModel::SaleType)};
+    for (int column = 0; column < TradeTableModel::ColumnCount; ++column)
+        setColumnWidth(column, widths[column]);
 }

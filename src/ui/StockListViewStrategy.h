@@ -1,15 +1,29 @@
 #pragma once
 
 #include "StockListView.h"
+#include "TradeTableModel.h"
 
-// The trades of a run. A row is the trade's texts in this order: code, buy
-// date, buy price, sale date, sale price, days held, sale type; the table
-// adds the gain between the sale price and the sale type.
+#include <vector>
+
+class QSortFilterProxyModel;
+
+// The trades of a run, sortable by any column. Choosing a row, by click or
+// by the arrow keys, reports its trade.
 class StockListViewStrategy : public StockListView {
     Q_OBJECT
 public:
     explicit StockListViewStrategy(QWidget *parent = nullptr);
 
-protected slots:
-    void appendRow(const StockRow &row) override;
+    void setTrades(std::vector<TradeRecord> trades);
+    TradeTableModel *trades() const { return m_trades; }
+    QSortFilterProxyModel *sorted() const { return m_sorted; }
+
+signals:
+    void tradeChosen(const TradeRecord &trade);
+
+private:
+    void fitColumns();
+
+    TradeTableModel *m_trades;
+    QSortFilterProxyModel *m_sorted;
 };

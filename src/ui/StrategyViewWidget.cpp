@@ -3,26 +3,15 @@
 #include "CandlestickView.h"
 #include "LoadedStocks.h"
 #include "OrvelTitle.h"
-#include "StockListViews.h"
+#include "StockListViewStrategy.h"
 #include "market/TextFile.h"
 
+#include <QHeaderView>
 #include <QVBoxLayout>
 
 namespace {
 
-constexpr int kStrategyView = 6;
 constexpr int kChartDays = 45;
-
-StockRow rowOf(const TradeRecord &trade)
-{
-    return {trade.code,
-            trade.buyDate,
-            QString::number(trade.buyPrice, 'g'),
-            trade.saleDate,
-            QString::number(trade.salePrice, 'g'),
-            QString::number(trade.holdDays),
-            statusText(trade.status)};
-}
 
 // Trades carry their dates as the engine decoded them, so a day is compared
 // in the same reading: dates that are not plain ASCII match too.
@@ -38,36 +27,35 @@ int indexOfDate(const StockSeries &series, const QString &date)
 } // namespace
 
 StrategyViewWidget::StrategyViewWidget(QWidget *parent)
-    : QDialog(parent), m_chart(new CandlestickView(this)), m_table(createStockListView(kStrategyView, this))
+    : QDialog(parent), m_chart(new CandlestickView(this)), m_table(new StockListViewStrategy(this))
 {
     setWindowTitle(orvelWindowTitle());
     setWindowIcon(QIcon(QStringLiteral(":logo/orvel.png")));
+    setSizeGripEnabled(true);
     auto *layout = new QVBoxLayout(this);
-    m_chart->setFixedHeight(180);
-    layout->addWidget(m_chart);
-    layout->addWidget(m_table);
-    setFixedWidth(620);
-    connect(m_table, SIGNAL(cellClicked(int, int)), this, SLOT(onClick(int, int)));
+    m_chart->setMinimumHeight(180);
+    layout->addWidget(m_chart, 1);
+    layout->addWidget(m_table, 2);
+    // Every column in view at first; the user may make it larger.
+    int width = 0;
+    for (int column = 0; column < m_table->horizontalHeader()->count(); ++column)
+        width += m_table->columnWidth(column);
+    resize(width + 60, 520);
+    connect(m_table, &StockListViewStrategy::tradeChosen, this, &StrategyViewWidget::onTradeChosen);
 }
 
-void StrategyViewWidget::fill(const std::vector<TradeRecord> &trades)
-{
-    m_table->clearContents();
-    m_table->setRowCount(0);
-    for (const TradeRecord &trade : trades)
-        m_table->addStock(rowOf(trade));
-}
+StrategyViewWidget::~StrategyViewWidget() = default;
 
-void StrategyViewWidget::onClick(int row, int)
+void StrategyViewWidget::setStocks(std::unique_ptr<LoadedStocks> stocks) { m_stocks = std::move(stocks); }
+
+void StrategyViewWidget::fill(std::vector<TradeRecord> trades) { m_table->setTrades(std::move(trades)); }
+
+void StrategyViewWidget::onTradeChosen(const TradeRecord &trade)
 {
-    const QTableWidgetItem *code = m_table->item(row, 0);
-    const QTableWidgetItem *buyDate = m_table->item(row, 1);
-    if (!m_stocks || !code || !buyDate)
-        return;
-    const StockSeries *series = m_stocks->find(code->text());
+    const StockSeries *series = m_stocks ? m_stocks->find(trade.code) : nullptr;
     if (!series)
         return;
-    const int index = indexOfDate(*series, buyDate->text());
+    const int index = indexOfDate(*series, trade.buyDate);
     if (index >= 0)
         m_chart->showData(kChartDays, *series, index);
 }

@@ -4,32 +4,34 @@
 
 #include <QDialog>
 
+#include <memory>
 #include <vector>
 
 class CandlestickView;
 class LoadedStocks;
-class StockListView;
+class StockListViewStrategy;
 
-// The results window: the chart of the clicked trade's stock above the
-// table of the run's trades.
+// The results window: the chart of the chosen trade's stock above the
+// table of the run's trades. Not modal: the script stays editable beside it.
 class StrategyViewWidget : public QDialog {
     Q_OBJECT
 public:
     explicit StrategyViewWidget(QWidget *parent = nullptr);
+    ~StrategyViewWidget() override;
 
-    // Where a clicked trade's stock is looked up; without it clicks show nothing.
-    void setStocks(LoadedStocks *stocks) { m_stocks = stocks; }
+    // Where a chosen trade's stock is looked up; without it choices show nothing.
+    void setStocks(std::unique_ptr<LoadedStocks> stocks);
     // Replaces the table's rows by the trades, in the order given.
-    void fill(const std::vector<TradeRecord> &trades);
+    void fill(std::vector<TradeRecord> trades);
 
     CandlestickView *chart() const { return m_chart; }
-    StockListView *table() const { return m_table; }
+    StockListViewStrategy *table() const { return m_table; }
 
 public slots:
-    void onClick(int row, int column);
+    void onTradeChosen(const TradeRecord &trade);
 
 private:
     CandlestickView *m_chart;
-    StockListView *m_table;
-    LoadedStocks *m_stocks = nullptr;
+    StockListViewStrategy *m_table;
+    std::unique_ptr<LoadedStocks> m_stocks;
 };

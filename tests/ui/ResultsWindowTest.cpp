@@ -3,10 +3,14 @@
 #include "market/TextFile.h"
 #include "ui/CandlestickView.h"
 #include "ui/LoadedStocks.h"
-#include "ui/StockListView.h"
+#include "ui/StockListViewStrategy.h"
 #include "ui/StrategyViewWidget.h"
 
+#include <QAbstractItemModelTester>
 #include <QDir>
+#include <QElapsedTimer>
+#include <QHeaderView>
+#include <QSortFilterProxyModel>
 #include <QTemporaryDir>
 #include <QtTest>
 #include <qcustomplot.h>
@@ -21,21 +25,27 @@ TradeRecord trade(const QString &code, const QString &buyDate, double buyPrice, 
     record.buyPrice = buyPrice;
     record.salePrice = salePrice;
     record.status = TradeStatus::SaleSignal;
+    record.holdDays = 2;
     return record;
 }
 
-QStringList column(const QTableWidget *table, int index)
+QStringList column(const QTableView *table, int index)
 {
     QStringList texts;
-    for (int row = 0; row < table->rowCount(); ++row)
-        texts << table->item(row, index)->text();
+    for (int row = 0; row < table->model()->rowCount(); ++row)
+        texts << table->model()->index(row, index).data().toString();
     return texts;
 }
 
-void clickRow(QTableWidget *table, int row)
+void clickRow(QTableView *table, int row)
 {
     QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
-                      table->visualItemRect(table->item(row, 0)).center());
+                      table->visualRect(table->model()->index(row, 0)).center());
+}
+
+std::unique_ptr<LoadedStocks> stocksIn(const StockFileList &files, const QString &dir)
+{
+    return std::make_unique<LoadedStocks>(files, dir, QStringLiteral("default"));
 }
 
 QString dateOf(const Stock &bar) { return QString::fromLatin1(bar.date.data(), qsizetype(bar.date.size())); }
@@ -48,7 +58,8 @@ class ResultsWindowTest : public QObject {
 private slots:
     void initTestCase();
     void tradesAppearInRunOrderWithTheirGain();
-    void sortingByGainOrPriceIsNumeric();
+    void sortingByGainPriceOrDaysIsNumeric();
+    void aWholeMarketOfTradesShowsAtOnceInAResizableWindow();
     void clickingATradeShowsItsStockFromTheBuyDay();
     void aTradeWhoseStockOrDayIsUnknownLeavesTheChartAlone();
     void daysWrittenInChineseAreFoundAndNamed();
@@ -77,7 +88,7 @@ void ResultsWindowTest::tradesAppearInRunOrderWithTheirGain()
     StrategyViewWidget results;
     results.fill({trade("600000", "2021-03-01", 10, 11.5), trade("000001", "2021-01-04", 0, 5),
                   trade("300001", "2021-02-01", 12.3456789, 12.3456789)});
-    QTableWidget *table = results.table();
+    StockListViewStrategy *table = results.table();
     QCOMPARE(column(table, 0), (QStringList{"600000", "000001", "300001"}));
     QCOMPARE(column(table, 2), (QStringList{"10", "0", "12.3457"}));
     QCOMPARE(column(table, 6), (QStringList{"15.00", "0.00", "0.00"})); // no gain without a buy price
@@ -89,31 +100,70 @@ void ResultsWindowTest::tradesAppearInRunOrderWithTheirGain()
     const QColor grid =
         QColor::fromRgba(QRgb(table->style()->styleHint(QStyle::SH_Table_GridLineColor, &option, table)));
     const QImage cells = table->viewport()->grab().toImage();
-    const QRect cell = table->visualItemRect(table->item(0, 1));
+    const QRect cell = table->visualRect(table->model()->index(0, 1));
     QCOMPARE(cells.pixelColor(cell.center().x(), cell.bottom()), grid);
     QVERIFY(cells.pixelColor(cell.right(), cell.center().y()) != grid);
 
+    // Gains in red, losses in green.
+    const QModelIndex gain = table->model()->index(0, 6);
+    QCOMPARE(gain.data(Qt::ForegroundRole).value<QBrush>().color(), QColor(Qt::red));
     results.fill({trade("600000", "2021-03-01", 10, 9)});
     QCOMPARE(column(table, 6), QStringList{"-10.00"});
+    QCOMPARE(table->model()->index(0, 6).data(Qt::ForegroundRole).value<QBrush>().color(),
+             QColor(Qt::darkGreen));
 }
 
-void ResultsWindowTest::sortingByGainOrPriceIsNumeric()
+void ResultsWindowTest::sortingByGainPriceOrDaysIsNumeric()
 {
     StrategyViewWidget results;
-    results.fill({trade("000001", "2021-01-04", 10, 20), trade("000002", "2021-01-04", 9.5, 9.1675),
-                  trade("000003", "2021-01-04", 25, 28)});
-    QTableWidget *table = results.table();
+    StockListViewStrategy *table = results.table();
+    QAbstractItemModelTester trades(table->trades(), QAbstractItemModelTester::FailureReportingMode::QtTest);
+    QAbstractItemModelTester sorted(table->sorted(), QAbstractItemModelTester::FailureReportingMode::QtTest);
+    std::vector<TradeRecord> rows = {trade("000001", "2021-01-04", 10, 20),
+                                     trade("000002", "2021-01-04", 9.5, 9.1675),
+                                     trade("000003", "2021-01-04", 25, 28)};
+    rows[0].holdDays = 10;
+    results.fill(rows);
     table->horizontalHeader()->setSortIndicator(6, Qt::AscendingOrder); // as a header click does
     QCOMPARE(column(table, 6), (QStringList{"-3.50", "12.00", "100.00"}));
     table->horizontalHeader()->setSortIndicator(2, Qt::AscendingOrder);
     QCOMPARE(column(table, 2), (QStringList{"9.5", "10", "25"}));
+    table->horizontalHeader()->setSortIndicator(5, Qt::AscendingOrder);
+    QCOMPARE(column(table, 5), (QStringList{"2", "2", "10"}));
+    table->horizontalHeader()->setSortIndicator(0, Qt::DescendingOrder);
+    QCOMPARE(column(table, 0), (QStringList{"000003", "000002", "000001"}));
+}
+
+void ResultsWindowTest::aWholeMarketOfTradesShowsAtOnceInAResizableWindow()
+{
+    std::vector<TradeRecord> many;
+    for (int i = 0; i < 150000; ++i)
+        many.push_back(
+            trade(QString::number(600000 + i % 5000), QStringLiteral("2021-03-01"), 10, 10 + i % 7));
+    QWidget main;
+    QElapsedTimer clock;
+    clock.start();
+    auto *results = new StrategyViewWidget(&main);
+    results->setAttribute(Qt::WA_DeleteOnClose);
+    results->fill(std::move(many));
+    results->show();
+    QApplication::processEvents();
+    QVERIFY2(clock.elapsed() < 1000, qPrintable(QString::number(clock.elapsed())));
+    QCOMPARE(results->table()->model()->rowCount(), 150000);
+    QVERIFY(!results->isModal());
+    QVERIFY(results->minimumWidth() < results->maximumWidth());
+
+    // A six-digit code and a full date fit their columns in this font.
+    const QFontMetrics metrics(results->table()->font());
+    QVERIFY(results->table()->columnWidth(0) > metrics.horizontalAdvance(QStringLiteral("600000")));
+    QVERIFY(results->table()->columnWidth(1) > metrics.horizontalAdvance(QStringLiteral("2021-03-01")));
+    results->close();
 }
 
 void ResultsWindowTest::clickingATradeShowsItsStockFromTheBuyDay()
 {
-    LoadedStocks stocks(m_files, m_dir, QStringLiteral("default"));
     StrategyViewWidget results;
-    results.setStocks(&stocks);
+    results.setStocks(stocksIn(m_files, m_dir));
     const int last = m_series.size() - 1;
     results.fill({trade(m_series.code, dateOf(m_series.bars[60]), 10, 11),
                   trade(m_series.code, dateOf(m_series.bars[size_t(last - 9)]), 10, 11)});
@@ -129,17 +179,16 @@ void ResultsWindowTest::clickingATradeShowsItsStockFromTheBuyDay()
     QCOMPARE(chart->plot()->graph(0)->data()->begin()->key, 5 * 86400.0);
     QCOMPARE(chart->plot()->graph(2)->data()->size(), 45 - 19);
 
-    // Near the end of the stock there are fewer days to show.
-    clickRow(results.table(), 1);
+    // Near the end of the stock there are fewer days to show; the arrow keys choose too.
+    QTest::keyClick(results.table(), Qt::Key_Down);
     QCOMPARE(chart->candles()->data()->size(), 10);
     QCOMPARE(chart->plot()->graph(2)->data()->size(), 0);
 }
 
 void ResultsWindowTest::aTradeWhoseStockOrDayIsUnknownLeavesTheChartAlone()
 {
-    LoadedStocks stocks(m_files, m_dir, QStringLiteral("default"));
     StrategyViewWidget results;
-    results.setStocks(&stocks);
+    results.setStocks(stocksIn(m_files, m_dir));
     results.fill({trade(m_series.code, dateOf(m_series.bars[30]), 10, 11),
                   trade(m_series.code, "1990-01-01", 10, 11),
                   trade("999999", dateOf(m_series.bars[30]), 10, 11)});
@@ -162,10 +211,8 @@ void ResultsWindowTest::daysWrittenInChineseAreFoundAndNamed()
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write(TextFile::encode(QLatin1Char('[') + items.chopped(1) + QLatin1Char(']'), TextEncoding::Gbk));
     file.close();
-    LoadedStocks stocks(listStockFiles(market.path()), market.path(), QStringLiteral("default"));
-
     StrategyViewWidget results;
-    results.setStocks(&stocks);
+    results.setStocks(stocksIn(listStockFiles(market.path()), market.path()));
     results.fill({trade(QStringLiteral("600001"), QStringLiteral("2021年1月3日"), 3, 10)});
     results.show();
     clickRow(results.table(), 0);

@@ -6,9 +6,11 @@
 #include "ui/CandlestickView.h"
 #include "ui/OrvelAnalyst.h"
 #include "ui/OrvelStockMsgBox.h"
-#include "ui/StockListView.h"
+#include "ui/OrvelWidget.h"
+#include "ui/StockListViewStrategy.h"
 #include "ui/StrategyViewWidget.h"
 
+#include <QElapsedTimer>
 #include <QProcess>
 #include <QProgressBar>
 #include <QTemporaryDir>
@@ -46,22 +48,26 @@ struct RunSeen {
 
     void see(QWidget *modal)
     {
-        if (auto *box = qobject_cast<OrvelStockMsgBox *>(modal)) {
-            boxes << box->windowTitle() + QLatin1Char('|') + box->text();
-            return pressButton(box, QStringLiteral("确定"));
-        }
-        auto *results = qobject_cast<StrategyViewWidget *>(modal);
-        QVERIFY(results);
-        QTableWidget *table = results->table();
-        for (int row = 0; row < table->rowCount(); ++row) {
+        auto *box = qobject_cast<OrvelStockMsgBox *>(modal);
+        QVERIFY(box);
+        boxes << box->windowTitle() + QLatin1Char('|') + box->text();
+        pressButton(box, QStringLiteral("确定"));
+    }
+
+    // The results window beside the main window: its rows, and the chart of the first.
+    void see(StrategyViewWidget *results)
+    {
+        QTableView *table = results->table();
+        const QAbstractItemModel *model = table->model();
+        for (int row = 0; row < model->rowCount(); ++row) {
             QStringList cells;
-            for (int column = 0; column < table->columnCount(); ++column)
-                cells << table->item(row, column)->text();
+            for (int column = 0; column < model->columnCount(); ++column)
+                cells << model->index(row, column).data().toString();
             rows << cells;
         }
         if (!rows.isEmpty())
             QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
-                              table->visualItemRect(table->item(0, 0)).center());
+                              table->visualRect(model->index(0, 0)).center());
         chartTitle = results->chart()->titleText();
         results->close();
         resultsClosed = true;
@@ -77,6 +83,7 @@ private slots:
     void initTestCase();
     void aRunShowsTheSameTradesAsTheCommandLine();
     void theWindowStaysResponsiveDuringALongRun();
+    void eachRunStartsFromTheConfigurationFileAndViewShowsItAgain();
     void aScriptErrorNamesItsLine();
     void aMissingDataDirectoryIsReported();
     void aScriptWithoutBuyStatementIsRefused();
@@ -96,10 +103,11 @@ void RunTest::press(OrvelAnalyst &window, const QString &script, bool finishes, 
     ModalWatcher watcher([&seen](QWidget *modal) { seen.see(modal); });
     child<QTextEdit>(window, "scriptEdit")->setPlainText(script);
     QTest::mouseClick(child<QPushButton>(window, "runButton"), Qt::LeftButton);
-    if (finishes)
-        QTRY_VERIFY_WITH_TIMEOUT(seen.resultsClosed, 120000);
-    else
-        QTest::qWait(300);
+    if (!finishes)
+        return QTest::qWait(300);
+    QTRY_VERIFY_WITH_TIMEOUT(window.workbench()->results() && window.workbench()->results()->isVisible(),
+                             120000);
+    seen.see(window.workbench()->results());
 }
 
 void RunTest::aRunShowsTheSameTradesAsTheCommandLine()
@@ -171,6 +179,41 @@ void RunTest::theWindowStaysResponsiveDuringALongRun()
     RunSeen seen;
     press(window, defaultScriptFor(market.path()), true, seen);
     QVERIFY2(progressSeen.size() >= 2, "the progress bar moves during the run");
+
+    // Closing the window during the next run cancels it at once.
+    auto *second = new OrvelAnalyst;
+    second->show();
+    child<QTextEdit>(*second, "scriptEdit")->setPlainText(defaultScriptFor(market.path()));
+    QTest::mouseClick(child<QPushButton>(*second, "runButton"), Qt::LeftButton);
+    QTest::qWait(50);
+    QVERIFY(!child<QPushButton>(*second, "runButton")->isEnabled());
+    QElapsedTimer clock;
+    clock.start();
+    delete second;
+    QVERIFY2(clock.elapsed() < 1000, qPrintable(QString::number(clock.elapsed())));
+}
+
+void RunTest::eachRunStartsFromTheConfigurationFileAndViewShowsItAgain()
+{
+    if (QDir(sampleMarket()).isEmpty(QDir::Files))
+        QSKIP("no sample market");
+    OrvelAnalyst window;
+    window.show();
+    RunSeen none;
+    press(window, defaultScriptFor(sampleMarket()) + QStringLiteral("\nconfig.trade.max.count,0"), true,
+          none);
+    QCOMPARE(none.boxes, QStringList(QStringLiteral("策略数据汇总|无数据")));
+    RunSeen again;
+    press(window, defaultScriptFor(sampleMarket()), true, again); // no longer limited to none a day
+    QVERIFY(!again.rows.isEmpty());
+
+    ModalWatcher watcher([&again](QWidget *modal) { again.see(modal); });
+    QTest::mouseClick(child<QPushButton>(window, "viewButton"), Qt::LeftButton);
+    QTRY_VERIFY(window.workbench()->results() && window.workbench()->results()->isVisible());
+    QCOMPARE(again.boxes.size(), 2);
+    QCOMPARE(again.boxes[1], again.boxes[0]);
+    QCOMPARE(window.workbench()->results()->table()->model()->rowCount(), again.rows.size());
+    QVERIFY(window.workbench()->results()->windowTitle().startsWith(QStringLiteral("default.script ")));
 }
 
 void RunTest::aScriptErrorNamesItsLine()

@@ -10,7 +10,8 @@
 #include "ui/CandlestickView.h"
 #include "ui/OrvelAnalyst.h"
 #include "ui/OrvelStockMsgBox.h"
-#include "ui/StockListView.h"
+#include "ui/OrvelWidget.h"
+#include "ui/StockListViewStrategy.h"
 #include "ui/StrategyViewWidget.h"
 
 #include <QApplication>
@@ -42,10 +43,10 @@ bool save(QWidget *window, const QString &path)
     return saved;
 }
 
-// Handles the boxes that open at the end of a run, one after the other.
+// Handles the summary box that opens at the end of a run, then the results window.
 class RunPhotographer : public QObject {
 public:
-    explicit RunPhotographer(const QDir &out) : m_out(out)
+    RunPhotographer(const QDir &out, OrvelWidget *workbench) : m_out(out), m_workbench(workbench)
     {
         connect(&m_timer, &QTimer::timeout, this, &RunPhotographer::poll);
         m_timer.start(50);
@@ -57,17 +58,22 @@ private:
     void poll()
     {
         QWidget *modal = QApplication::activeModalWidget();
-        if (!modal || modal == m_handled)
+        if (!modal) {
+            StrategyViewWidget *results = m_workbench->results();
+            if (results && results->isVisible() && !m_done) {
+                m_done = true;
+                photographResults(results);
+                results->close();
+            }
+            return;
+        }
+        if (modal == m_handled)
             return;
         m_handled = modal;
         if (auto *box = qobject_cast<OrvelStockMsgBox *>(modal)) {
             settle(200);
             m_ok = save(box, m_out.filePath(QStringLiteral("orvel-summary.png"))) && m_ok;
             box->accept();
-        } else if (auto *results = qobject_cast<StrategyViewWidget *>(modal)) {
-            photographResults(results);
-            results->accept();
-            m_done = true;
         } else {
             modal->close();
         }
@@ -75,17 +81,17 @@ private:
 
     void photographResults(StrategyViewWidget *results)
     {
-        results->resize(results->width(), 520);
-        StockListView *table = results->table();
-        if (table->rowCount() > 0) {
+        // Larger than it opens, as a user would pull it: every code and date in full.
+        results->resize(results->width() + 120, 640);
+        StockListViewStrategy *table = results->table();
+        if (table->model()->rowCount() > 0)
             table->selectRow(0);
-            results->onClick(0, 0);
-        }
         settle(300);
         m_ok = save(results, m_out.filePath(QStringLiteral("orvel-results.png"))) && m_ok;
     }
 
     QDir m_out;
+    OrvelWidget *m_workbench;
     QTimer m_timer;
     QPointer<QWidget> m_handled;
     bool m_done = false;
@@ -130,7 +136,7 @@ int main(int argc, char *argv[])
     settle(300);
     bool ok = save(&window, out.filePath(QStringLiteral("orvel-main.png")));
 
-    RunPhotographer photographer(out);
+    RunPhotographer photographer(out, window.workbench());
     window.findChild<QPushButton *>(QStringLiteral("runButton"))->click();
     while (!photographer.done())
         settle(50);
