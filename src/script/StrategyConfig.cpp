@@ -37,13 +37,13 @@ int StrategyConfig::parseConfigLine(const QString &line)
     else {
         // Only a key outside the trade settings normalises the sale settings;
         // the shipped files always carry one ("config.source.ticket.dir"), so
-        // they always run this. The report's keys do it too: adding one to a
-        // file must never change the trades.
+        // they always run this. The report's and the rules' keys do it too:
+        // adding one to a file must never change what the specified keys do.
         if (salePoint != QLatin1String("open"))
             salePoint = QStringLiteral("close");
         if (saleRapid != QLatin1String("yes"))
             saleRapid = QStringLiteral("no");
-        return report.parseConfigValue(key, value) ? 1 : 0;
+        return report.parseConfigValue(key, value) || rules.parseConfigValue(key, value) ? 1 : 0;
     }
     return 1;
 }

@@ -84,7 +84,8 @@ void OrvelWidget::setUpEditor()
 
 QStringList OrvelWidget::keywordPatterns()
 {
-    return evaluatorKeywordList() + configKeywordList().split(QLatin1Char('|')) + KPatternTable::names();
+    return evaluatorKeywordList() + configKeywordList().split(QLatin1Char('|')) + ruleKeywordList() +
+           KPatternTable::names();
 }
 
 void OrvelWidget::clickButton()
