@@ -18,6 +18,7 @@ struct BacktestOptions {
     QString out = QStringLiteral("output.csv");
     QString config;
     QString report; // a folder for the report files, or empty for none
+    bool compareRules = false;
     int jobs = BacktestEngine::defaultJobs();
     TextEncoding encoding = TextEncoding::Gbk;
 };
@@ -43,7 +44,10 @@ QString readOptions(const QStringList &arguments, BacktestOptions &options)
     const QCommandLineOption report(QStringLiteral("report"),
                                     QStringLiteral("write report.json, equity.csv and report.html into DIR"),
                                     QStringLiteral("DIR"));
-    parser.addOptions({data, out, config, jobs, encoding, report});
+    const QCommandLineOption compareRules(
+        QStringLiteral("compare-rules"),
+        QStringLiteral("also run with every real-account rule on and print both summaries"));
+    parser.addOptions({data, out, config, jobs, encoding, report, compareRules});
     if (!parser.parse(arguments))
         return parser.errorText();
     if (parser.isSet(QStringLiteral("help")))
@@ -56,6 +60,7 @@ QString readOptions(const QStringList &arguments, BacktestOptions &options)
     options.out = parser.value(out);
     options.config = parser.value(config);
     options.report = parser.value(report);
+    options.compareRules = parser.isSet(compareRules);
     if (parser.isSet(jobs)) {
         bool ok = false;
         options.jobs = parser.value(jobs).toInt(&ok);
@@ -68,6 +73,18 @@ QString readOptions(const QStringList &arguments, BacktestOptions &options)
     else if (encodingName != QLatin1String("gbk"))
         return QStringLiteral("--encoding 只能是 gbk 或 utf-8 / --encoding must be gbk or utf-8");
     return {};
+}
+
+// The summary box's lines ("无数据" gets the line end the figures carry), and
+// what the real-account rules changed when the run followed any.
+QString summaryLines(const TradeBook &book, const StrategyConfig &config, const RuleEffects &effects)
+{
+    QString text = RunSummary::fromBook(book).text();
+    if (!text.endsWith(QLatin1Char('\n')))
+        text += QLatin1Char('\n');
+    if (config.rules.any())
+        text += effects.text() + QLatin1Char('\n');
+    return text;
 }
 
 // Runs like the workbench's run button; the exit code.
@@ -105,18 +122,28 @@ int run(const BacktestOptions &options)
         return Commands::NoData;
     }
     CliOutput::ProgressBar progress;
+    const auto showProgress = [&progress](int percent, const QString &) { progress.show(percent); };
     BacktestReport report;
+    RuleEffects effects;
     const TradeBook book =
         BacktestEngine(*text, config)
-            .run(
-                files, options.jobs, [&progress](int percent, const QString &) { progress.show(percent); },
-                options.report.isEmpty() ? BacktestEngine::StockObserver() : report.observer());
+            .run(files, options.jobs, showProgress,
+                 options.report.isEmpty() ? BacktestEngine::StockObserver() : report.observer(), &effects);
     const QString writeError = writeOutputCsv(options.out, book, options.encoding);
     if (!writeError.isEmpty())
         CliOutput::err(QStringLiteral("无法写入 / cannot write %1: %2\n").arg(options.out, writeError));
-    // The summary box's text; "无数据" gets the line end the figures carry.
-    const QString summary = RunSummary::fromBook(book).text();
-    CliOutput::out(summary.endsWith(QLatin1Char('\n')) ? summary : summary + QLatin1Char('\n'));
+    if (options.compareRules) {
+        // The same script as a real account could trade it; only its summary is shown.
+        StrategyConfig real = config;
+        real.rules = config.rules.withEveryRule();
+        RuleEffects realEffects;
+        const TradeBook realBook =
+            BacktestEngine(*text, real).run(files, options.jobs, showProgress, {}, &realEffects);
+        CliOutput::out(QStringLiteral("按脚本:\n") + summaryLines(book, config, effects) +
+                       QStringLiteral("按实盘规则:\n") + summaryLines(realBook, real, realEffects));
+    } else {
+        CliOutput::out(summaryLines(book, config, effects));
+    }
     if (!writeError.isEmpty())
         return Commands::Unwritable;
     if (!options.report.isEmpty() && !report.write(options.report, book, config.report))

@@ -44,7 +44,14 @@ public:
         }
     }
 
+    void addEffects(const RuleEffects &effects)
+    {
+        const std::lock_guard lock(m_mutex);
+        ruleEffects += effects;
+    }
+
     const StockFileList &files;
+    RuleEffects ruleEffects;
     // Filled by the workers, emptied into the book in file order.
     std::vector<std::vector<TradeRecord>> tradesByFile;
 
@@ -78,6 +85,7 @@ void work(const QString &scriptText, const StrategyConfig &config, FileQueue &qu
         }
         queue.finish(index);
     }
+    queue.addEffects(simulator.ruleEffects());
 }
 
 } // namespace
@@ -90,7 +98,7 @@ BacktestEngine::BacktestEngine(QString scriptText, StrategyConfig config)
 int BacktestEngine::defaultJobs() { return int(std::max(1u, std::thread::hardware_concurrency())); }
 
 TradeBook BacktestEngine::run(const StockFileList &files, int jobs, const Progress &progress,
-                              const StockObserver &observer) const
+                              const StockObserver &observer, RuleEffects *effects) const
 {
     DayLimitedFiling book(m_config.maxCount, m_config.buyOrder);
     FileQueue queue(files, progress, book);
@@ -102,5 +110,7 @@ TradeBook BacktestEngine::run(const StockFileList &files, int jobs, const Progre
     work(m_scriptText, m_config, queue, observer);
     for (std::thread &thread : threads)
         thread.join();
+    if (effects)
+        *effects = queue.ruleEffects;
     return book.finish();
 }

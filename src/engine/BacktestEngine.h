@@ -1,5 +1,6 @@
 #pragma once
 
+#include "RuleEffects.h"
 #include "TradeBook.h"
 #include "market/Stock.h"
 #include "market/StockFileList.h"
@@ -24,9 +25,10 @@ public:
     // compiling it.
     BacktestEngine(QString scriptText, StrategyConfig config);
 
-    // The trades with the per-day buy limit already applied.
+    // The trades with the per-day buy limit already applied; what the
+    // real-account rules changed goes to `effects` when given.
     TradeBook run(const StockFileList &files, int jobs, const Progress &progress = {},
-                  const StockObserver &observer = {}) const;
+                  const StockObserver &observer = {}, RuleEffects *effects = nullptr) const;
 
     // The number of worker threads when the user names none.
     static int defaultJobs();

@@ -11,15 +11,6 @@ double percentChange(double price, double base) { return (price - base) * 100 / 
 
 } // namespace
 
-RuleEffects &RuleEffects::operator+=(const RuleEffects &other)
-{
-    t1Delayed += other.t1Delayed;
-    limitUpNotBought += other.limitUpNotBought;
-    limitDownNotSold += other.limitDownNotSold;
-    stopIntraday += other.stopIntraday;
-    return *this;
-}
-
 StockSimulator::StockSimulator(const StrategyConfig &config)
     : m_config(config), m_saleAtClose(config.salePoint == QLatin1String("close")),
       m_rapidTakeProfit(config.saleRapid == QLatin1String("yes")), m_rules(config.rules)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PriceLimit.h"
+#include "RuleEffects.h"
 #include "TradeRecord.h"
 #include "market/Stock.h"
 #include "script/Script.h"
@@ -8,17 +9,6 @@
 
 #include <optional>
 #include <vector>
-
-// What the real-account rules changed: trades whose sale T+1 put off, buys
-// not filled at limit-up, sales not filled at limit-down, intraday stops.
-struct RuleEffects {
-    int t1Delayed = 0;
-    int limitUpNotBought = 0;
-    int limitDownNotSold = 0;
-    int stopIntraday = 0;
-
-    RuleEffects &operator+=(const RuleEffects &other);
-};
 
 // Walks one stock's days under the strategy, holding at most one position,
 // and collects the trades in the order they are filed.

@@ -17,7 +17,8 @@ void StockThreadTarget::setStrategy(const QString &scriptText, const StrategyCon
 void StockThreadTarget::run()
 {
     const BacktestEngine engine(m_scriptText, m_config);
-    m_book = engine.run(m_files, m_jobs,
-                        [this](int percent, const QString &path) { emit updateStock(percent, path); });
+    m_book = engine.run(
+        m_files, m_jobs, [this](int percent, const QString &path) { emit updateStock(percent, path); }, {},
+        &m_effects);
     emit updateFinished();
 }

@@ -18,6 +18,7 @@ public:
 
     // Read only after updateFinished().
     TradeBook &tradeBook() { return m_book; }
+    const RuleEffects &ruleEffects() const { return m_effects; }
 
 signals:
     void updateStock(int percent, const QString &code);
@@ -32,4 +33,5 @@ private:
     StrategyConfig m_config;
     int m_jobs = BacktestEngine::defaultJobs();
     TradeBook m_book;
+    RuleEffects m_effects;
 };

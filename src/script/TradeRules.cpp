@@ -16,9 +16,9 @@ bool TradeRules::parseConfigValue(const QString &key, const QString &value)
     return true;
 }
 
-TradeRules TradeRules::all()
+TradeRules TradeRules::withEveryRule() const
 {
-    TradeRules rules;
+    TradeRules rules = *this;
     rules.t1 = true;
     rules.limit = Limit::Cents;
     rules.stopIntraday = true;

@@ -19,8 +19,8 @@ struct TradeRules {
 
     bool any() const { return t1 || limit != Limit::Off || stopIntraday; }
 
-    // Every rule on, the limit on prices as traded.
-    static TradeRules all();
+    // Every rule on, the limit on prices as traded; the ST list kept.
+    TradeRules withEveryRule() const;
 };
 
 // The rules' keys, for the editor's vocabulary.

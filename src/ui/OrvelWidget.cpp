@@ -129,7 +129,11 @@ void OrvelWidget::clickButton()
 void OrvelWidget::clickView()
 {
     const RunSummary summary = RunSummary::fromBook(m_thread->tradeBook());
-    showMessage(QStringLiteral("策略数据汇总"), summary.text());
+    QString text = summary.text();
+    if (m_runConfig.rules.any())
+        text += (text.endsWith(QLatin1Char('\n')) ? QString() : QStringLiteral("\n")) +
+                m_thread->ruleEffects().text();
+    showMessage(QStringLiteral("策略数据汇总"), text);
 
     LoadedStocks stocks(m_files, m_runConfig);
     StrategyViewWidget results(this);
