@@ -17,6 +17,7 @@ struct BacktestOptions {
     QString out = QStringLiteral("output.csv");
     QString config;
     QString report; // a folder for the report files, or empty for none
+    bool compareRules = false;
     int jobs = BacktestRun::defaultJobs();
     TextEncoding encoding = TextEncoding::Gbk;
 };
@@ -42,7 +43,10 @@ QString readOptions(const QStringList &arguments, BacktestOptions &options)
     const QCommandLineOption report(QStringLiteral("report"),
                                     QStringLiteral("write report.json, equity.csv and report.html into DIR"),
                                     QStringLiteral("DIR"));
-    parser.addOptions({data, out, config, jobs, encoding, report});
+    const QCommandLineOption compareRules(
+        QStringLiteral("compare-rules"),
+        QStringLiteral("also run with every real-account rule on and print both summaries"));
+    parser.addOptions({data, out, config, jobs, encoding, report, compareRules});
     if (!parser.parse(arguments))
         return parser.errorText();
     if (parser.isSet(QStringLiteral("help")))
@@ -55,6 +59,7 @@ QString readOptions(const QStringList &arguments, BacktestOptions &options)
     options.out = parser.value(out);
     options.config = parser.value(config);
     options.report = parser.value(report);
+    options.compareRules = parser.isSet(compareRules);
     if (parser.isSet(jobs)) {
         bool ok = false;
         options.jobs = parser.value(jobs).toInt(&ok);
@@ -67,6 +72,18 @@ QString readOptions(const QStringList &arguments, BacktestOptions &options)
     else if (encodingName != QLatin1String("gbk"))
         return QStringLiteral("--encoding 只能是 gbk 或 utf-8 / --encoding must be gbk or utf-8");
     return {};
+}
+
+// The summary box's lines ("无数据" gets the line end the figures carry), and
+// what the real-account rules changed when the run followed any.
+QString summaryLines(const TradeBook &book, const StrategyConfig &config, const RuleEffects &effects)
+{
+    QString text = RunSummary::fromBook(book).text();
+    if (!text.endsWith(QLatin1Char('\n')))
+        text += QLatin1Char('\n');
+    if (config.rules.any())
+        text += effects.text() + QLatin1Char('\n');
+    return text;
 }
 
 // Runs like the workbench's run button; the exit code.
@@ -93,18 +110,30 @@ int run(const BacktestOptions &options)
         return run.problem() == BacktestRun::Problem::NoData ? Commands::NoData : Commands::CompileError;
     }
     CliOutput::ProgressBar progress;
+    const auto showProgress = [&progress](int percent, const QString &) { progress.show(percent); };
     BacktestReport report;
     run.setJobs(options.jobs);
-    run.setProgress([&progress](int percent, const QString &) { progress.show(percent); });
+    run.setProgress(showProgress);
     if (!options.report.isEmpty())
         run.setObserver(report.observer());
     const TradeBook book = run.run();
+    const StrategyConfig &config = run.config();
     const QString writeError = writeOutputCsv(options.out, book, options.encoding);
     if (!writeError.isEmpty())
         CliOutput::err(QStringLiteral("无法写入 / cannot write %1: %2\n").arg(options.out, writeError));
-    // The summary box's text; "无数据" gets the line end the figures carry.
-    const QString summary = RunSummary::fromBook(book).text();
-    CliOutput::out(summary.endsWith(QLatin1Char('\n')) ? summary : summary + QLatin1Char('\n'));
+    if (options.compareRules) {
+        // The same script as a real account could trade it; only its summary is shown.
+        StrategyConfig real = config;
+        real.rules = config.rules.withEveryRule();
+        run.setRules(real.rules);
+        run.setObserver({});
+        const RuleEffects effects = run.ruleEffects();
+        const TradeBook realBook = run.run();
+        CliOutput::out(QStringLiteral("按脚本:\n") + summaryLines(book, config, effects) +
+                       QStringLiteral("按实盘规则:\n") + summaryLines(realBook, real, run.ruleEffects()));
+    } else {
+        CliOutput::out(summaryLines(book, config, run.ruleEffects()));
+    }
     if (!writeError.isEmpty())
         return Commands::Unwritable;
     if (!options.report.isEmpty() && !report.write(options.report, book, run.config().report))

@@ -45,7 +45,14 @@ public:
         }
     }
 
+    void addEffects(const RuleEffects &effects)
+    {
+        const std::lock_guard lock(m_mutex);
+        ruleEffects += effects;
+    }
+
     const StockFileList &files;
+    RuleEffects ruleEffects;
     // Filled by the workers, emptied into the book in file order.
     std::vector<std::vector<TradeRecord>> tradesByFile;
 
@@ -61,9 +68,9 @@ private:
 
 // One worker: its own copy of the statements (they keep per-stock values),
 // its own indicator cache and buffers, reused from stock to stock.
-void work(const CompiledStrategy &strategy, const BacktestRun::StockObserver &observer, FileQueue &queue)
+void work(const CompiledStrategy &strategy, const StrategyConfig &config, const BacktestRun::StockObserver &observer,
+          FileQueue &queue)
 {
-    const StrategyConfig &config = strategy.config();
     Script script = strategy.script();
     IndicatorCache indicators;
     StockLoader loader;
@@ -78,6 +85,7 @@ void work(const CompiledStrategy &strategy, const BacktestRun::StockObserver &ob
         }
         queue.finish(index);
     }
+    queue.addEffects(simulator.ruleEffects());
 }
 
 } // namespace
@@ -125,15 +133,19 @@ int BacktestRun::defaultJobs() { return int(std::max(1u, std::thread::hardware_c
 
 TradeBook BacktestRun::run()
 {
-    const StrategyConfig &settings = config();
+    StrategyConfig settings = config();
+    if (m_rules)
+        settings.rules = *m_rules;
     DayLimitedFiling book(settings.maxCount, settings.buyOrder);
     FileQueue queue(m_files, m_progress, book, m_cancelled);
     const int workers = std::clamp(m_jobs, 1, std::max(1, int(m_files.size())));
     std::vector<std::thread> threads;
     for (int i = 1; i < workers; ++i)
-        threads.emplace_back(work, std::cref(*m_strategy), std::cref(m_observer), std::ref(queue));
-    work(*m_strategy, m_observer, queue);
+        threads.emplace_back(work, std::cref(*m_strategy), std::cref(settings), std::cref(m_observer),
+                             std::ref(queue));
+    work(*m_strategy, settings, m_observer, queue);
     for (std::thread &thread : threads)
         thread.join();
+    m_effects = queue.ruleEffects;
     return book.finish();
 }

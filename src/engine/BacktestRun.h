@@ -1,5 +1,6 @@
 #pragma once
 
+#include "RuleEffects.h"
 #include "TradeBook.h"
 #include "market/Stock.h"
 #include "market/StockFileList.h"
@@ -8,6 +9,7 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <optional>
 
 // One backtest, as both front ends start it: the configuration, then the
 // script's `config.` lines, then the data folder; compiled once and listed
@@ -47,6 +49,8 @@ public:
     void setJobs(int jobs) { m_jobs = jobs; }
     void setProgress(Progress progress) { m_progress = std::move(progress); }
     void setObserver(StockObserver observer) { m_observer = std::move(observer); }
+    // Runs under these real-account rules instead of the script's own.
+    void setRules(const TradeRules &rules) { m_rules = rules; }
 
     // From any thread: no further stock is started.
     void cancel() { m_cancelled = true; }
@@ -55,6 +59,8 @@ public:
     // The trades with the per-day buy limit applied; only when problem() is
     // None. A cancelled run gives the trades of the stocks finished in order.
     TradeBook run();
+    // What the real-account rules changed in the last run().
+    const RuleEffects &ruleEffects() const { return m_effects; }
 
     // The number of worker threads when the user names none.
     static int defaultJobs();
@@ -67,5 +73,7 @@ private:
     int m_jobs = defaultJobs();
     Progress m_progress;
     StockObserver m_observer;
+    std::optional<TradeRules> m_rules;
+    RuleEffects m_effects;
     std::atomic<bool> m_cancelled{false};
 };

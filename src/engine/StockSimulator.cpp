@@ -3,6 +3,8 @@
 #include "TradeDate.h"
 #include "market/TextFile.h"
 
+#include <algorithm>
+
 namespace {
 
 double percentChange(double price, double base) { return (price - base) * 100 / base; }
@@ -11,7 +13,7 @@ double percentChange(double price, double base) { return (price - base) * 100 / 
 
 StockSimulator::StockSimulator(const StrategyConfig &config)
     : m_config(config), m_saleAtClose(config.salePoint == SalePoint::Close),
-      m_rapidTakeProfit(config.saleRapid == RapidSale::Yes)
+      m_rapidTakeProfit(config.saleRapid == RapidSale::Yes), m_rules(config.rules)
 {
 }
 
@@ -21,6 +23,9 @@ void StockSimulator::simulateStock(const StockSeries &series, const Script &scri
     m_bars = series.view();
     m_trades = &trades;
     m_position = TradeRecord();
+    m_carriedSale.reset();
+    if (m_rules.limit != TradeRules::Limit::Off)
+        m_limit.emplace(m_rules, series.code);
     // Earlier days only feed the indicators.
     for (long long i = 5; i < series.size();) {
         const bool buySignal = script.isBuy(int(i));
@@ -34,15 +39,40 @@ int StockSimulator::stepDay(const QString &code, int index, bool buySignal, bool
 {
     if (index + 1 < int(m_bars.size())) {
         if (!m_position.code.isEmpty())
-            return saleSignal ? sell(index, TradeStatus::SaleSignal) : checkExit(index);
+            return stepHolding(index, saleSignal);
         return buySignal ? tryBuy(code, index) : 0;
     }
     // The last bar: a signal can only be bought tomorrow; an open position
-    // has no exit day and is dropped without a record.
+    // (or a sale still waiting for a fill) has no exit day and is dropped
+    // without a record.
     if (m_position.code.isEmpty() && buySignal)
         filePendingBuy(code, index);
     m_position = TradeRecord();
+    m_carriedSale.reset();
     return 0;
+}
+
+int StockSimulator::stepHolding(int index, bool saleSignal)
+{
+    // A sale refused at limit-down goes through on the next bar, whatever the signals.
+    if (m_carriedSale)
+        return sell(index, *m_carriedSale);
+    const bool heldSinceToday = m_rules.t1 && index == m_position.buyIndex;
+    if (heldSinceToday) {
+        const bool stopWouldFill = m_rules.stopIntraday && double(m_bars[size_t(index)].low) <= stopPrice();
+        if (m_saleAtClose) {
+            // Nothing bought today can be sold today: every exit waits a day.
+            m_effects.t1Delayed += saleSignal || stopWouldFill || exitOn(index, true) != Exit::None;
+            return 0;
+        }
+        // Selling at the next open already respects T+1; only the fills
+        // within the buy day are ruled out.
+        m_effects.t1Delayed += stopWouldFill || exitOn(index, true) == Exit::RapidProfit;
+    } else if (m_rules.stopIntraday && double(m_bars[size_t(index)].low) <= stopPrice()) {
+        // A stop order fills before anything the day's close could decide.
+        return stopIntraday(index);
+    }
+    return saleSignal ? sell(index, TradeStatus::SaleSignal) : checkExit(index, !heldSinceToday);
 }
 
 int StockSimulator::tryBuy(const QString &code, int index)
@@ -52,6 +82,10 @@ int StockSimulator::tryBuy(const QString &code, int index)
     const double gap = percentChange(next.open, today.close);
     if (!(double(m_config.maxAllowDecrease) <= gap && gap <= double(m_config.maxAllowIncrease)))
         return 0;
+    if (m_limit && m_limit->atLimitUp(next.open, today.close, next.date)) {
+        ++m_effects.limitUpNotBought; // nobody sells at an open at limit-up
+        return 0;
+    }
     m_position.code = code;
     m_position.buyPrice = next.open;
     m_position.buyDate = dateText(next.date);
@@ -64,27 +98,39 @@ int StockSimulator::tryBuy(const QString &code, int index)
     return 0;
 }
 
-int StockSimulator::checkExit(int index)
+StockSimulator::Exit StockSimulator::exitOn(int index, bool rapidAllowed) const
 {
     const Stock &bar = m_bars[size_t(index)];
     const double closeGain = percentChange(bar.close, m_position.buyPrice);
     const double highGain = percentChange(bar.high, m_position.buyPrice);
-    if (m_rapidTakeProfit && double(m_config.maxProfit) <= highGain) {
+    if (rapidAllowed && m_rapidTakeProfit && double(m_config.maxProfit) <= highGain)
+        return Exit::RapidProfit;
+    if (closeGain >= double(m_config.maxProfit))
+        return Exit::Profit;
+    if (closeGain <= double(m_config.maxLost))
+        return Exit::Loss;
+    if (index - m_position.buyIndex + 1 >= m_config.maxHoldDay)
+        return Exit::Expiry;
+    return Exit::None;
+}
+
+int StockSimulator::checkExit(int index, bool rapidAllowed)
+{
+    switch (exitOn(index, rapidAllowed)) {
+    case Exit::RapidProfit:
         // Sold intraday at the exact target; such trades stay out of the summary.
         m_position.salePrice = (m_config.maxProfit * 0.01 + 1.0) * m_position.buyPrice;
-        m_position.saleDate = dateText(bar.date);
+        m_position.saleDate = dateText(m_bars[size_t(index)].date);
         m_position.holdDays = index - m_position.buyIndex + 1;
         m_position.status = TradeStatus::TakeProfit;
         m_position.closed = true;
         fileAndClear();
         return excludedDays();
+    case Exit::Profit: return sell(index, TradeStatus::TakeProfit);
+    case Exit::Loss: return sell(index, TradeStatus::StopLoss);
+    case Exit::Expiry: return sell(index, TradeStatus::HoldExpired);
+    case Exit::None: break;
     }
-    if (closeGain >= double(m_config.maxProfit))
-        return sell(index, TradeStatus::TakeProfit);
-    if (closeGain <= double(m_config.maxLost))
-        return sell(index, TradeStatus::StopLoss);
-    if (index - m_position.buyIndex + 1 >= m_config.maxHoldDay)
-        return sell(index, TradeStatus::HoldExpired);
     return 0;
 }
 
@@ -92,6 +138,8 @@ int StockSimulator::sell(int index, TradeStatus type)
 {
     const Stock &bar = m_bars[size_t(index)];
     if (m_saleAtClose) {
+        if (notSoldAtLimitDown(bar.close, index, type))
+            return 0;
         m_position.salePrice = bar.close;
         m_position.saleDate = dateText(bar.date);
         m_position.holdDays = index - m_position.buyIndex + 1;
@@ -99,6 +147,8 @@ int StockSimulator::sell(int index, TradeStatus type)
         m_position.summaryCount = SummaryCount::Counted;
     } else if (index + 1 < int(m_bars.size())) {
         const Stock &next = m_bars[size_t(index + 1)];
+        if (notSoldAtLimitDown(next.open, index + 1, type))
+            return 0;
         m_position.salePrice = next.open;
         m_position.saleDate = dateText(next.date);
         m_position.holdDays = index - m_position.buyIndex + 2;
@@ -114,6 +164,40 @@ int StockSimulator::sell(int index, TradeStatus type)
     fileAndClear();
     return excludedDays();
 }
+
+// Sold like a stop order: at the stop price, or at the open when the day
+// opened below it.
+int StockSimulator::stopIntraday(int index)
+{
+    const Stock &bar = m_bars[size_t(index)];
+    const double price = std::min(double(bar.open), stopPrice());
+    const TradeStatus type = TradeStatus::StopLoss;
+    if (notSoldAtLimitDown(price, index, type))
+        return 0;
+    ++m_effects.stopIntraday;
+    m_position.salePrice = price;
+    m_position.saleDate = dateText(bar.date);
+    m_position.holdDays = index - m_position.buyIndex + 1;
+    m_position.closed = true;
+    m_position.summaryCount = SummaryCount::Counted;
+    m_position.status = type;
+    fileAndClear();
+    return excludedDays();
+}
+
+// True when the price sits at limit-down on the fill bar: nobody buys there,
+// so the sale waits for the next bar, keeping its type.
+bool StockSimulator::notSoldAtLimitDown(double price, int fillIndex, TradeStatus type)
+{
+    const Stock &bar = m_bars[size_t(fillIndex)];
+    if (!m_limit || !m_limit->atLimitDown(price, m_bars[size_t(fillIndex - 1)].close, bar.date))
+        return false;
+    m_effects.limitDownNotSold += !m_carriedSale;
+    m_carriedSale = type;
+    return true;
+}
+
+double StockSimulator::stopPrice() const { return (m_config.maxLost * 0.01 + 1.0) * m_position.buyPrice; }
 
 void StockSimulator::filePendingBuy(const QString &code, int index)
 {
@@ -133,6 +217,7 @@ void StockSimulator::fileAndClear()
 {
     m_trades->push_back(m_position);
     m_position = TradeRecord();
+    m_carriedSale.reset();
 }
 
 QString StockSimulator::dateText(std::string_view date)

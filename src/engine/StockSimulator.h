@@ -1,10 +1,13 @@
 #pragma once
 
+#include "PriceLimit.h"
+#include "RuleEffects.h"
 #include "TradeRecord.h"
 #include "market/Stock.h"
 #include "script/Script.h"
 #include "script/StrategyConfig.h"
 
+#include <optional>
 #include <vector>
 
 // Walks one stock's days under the strategy, holding at most one position,
@@ -19,10 +22,20 @@ public:
     // One visited day; returns how many following days to skip.
     int stepDay(const QString &code, int index, bool buySignal, bool saleSignal);
 
+    // Counted over every stock simulated so far.
+    const RuleEffects &ruleEffects() const { return m_effects; }
+
 private:
+    enum class Exit { None, RapidProfit, Profit, Loss, Expiry };
+
+    int stepHolding(int index, bool saleSignal);
     int tryBuy(const QString &code, int index);
-    int checkExit(int index);
+    Exit exitOn(int index, bool rapidAllowed) const;
+    int checkExit(int index, bool rapidAllowed);
     int sell(int index, TradeStatus type);
+    int stopIntraday(int index);
+    bool notSoldAtLimitDown(double price, int fillIndex, TradeStatus type);
+    double stopPrice() const;
     void filePendingBuy(const QString &code, int index);
     void fileAndClear();
     int excludedDays() const;
@@ -31,8 +44,12 @@ private:
     const StrategyConfig &m_config;
     const bool m_saleAtClose;
     const bool m_rapidTakeProfit;
+    const TradeRules &m_rules;
+    std::optional<PriceLimit> m_limit; // the current stock's band, while the limit rule is on
     StockBars m_bars;
     TradeRecord m_position;
+    std::optional<TradeStatus> m_carriedSale; // the type of a sale not filled at limit-down, tried again on the next bar
+    RuleEffects m_effects;
     std::vector<TradeRecord> *m_trades = nullptr;
     std::vector<QString> m_dateTexts; // by TradeDate slot: the market's dates repeat in every stock
 };

@@ -177,7 +177,9 @@ QString KLineDownloader::failureOf(QNetworkReply *reply) const
 
 void KLineDownloader::keep(const QByteArray &body)
 {
-    const KLineCheck check = checkKLineText(std::string_view(body.constData(), size_t(body.size())));
+    StockSeries series;
+    series.text().assign(body.begin(), body.end());
+    const KLineCheck check = checkKLineText(series);
     QString problem = StockQQHistoryInterface::replyProblem(body, m_code);
     if (problem.isEmpty())
         problem = daysProblem(check);

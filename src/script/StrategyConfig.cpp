@@ -63,11 +63,11 @@ int StrategyConfig::parseConfigLine(const QString &line)
     }
     // Only a key outside the trade settings normalises the sale settings;
     // the shipped files always carry one ("config.source.ticket.dir"), so
-    // they always run this. The report's keys do it too: adding one to a
-    // file must never change the trades.
+    // they always run this. The report's and the rules' keys do it too:
+    // adding one to a file must never change what the specified keys do.
     if (salePoint != SalePoint::Open)
         salePoint = SalePoint::Close;
-    return report.parseConfigValue(parts[0], parts[1]) ? 1 : 0;
+    return report.parseConfigValue(parts[0], parts[1]) || rules.parseConfigValue(parts[0], parts[1]) ? 1 : 0;
 }
 
 void StrategyConfig::applyLines(const QString &text)

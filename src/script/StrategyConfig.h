@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ReportSettings.h"
+#include "TradeRules.h"
 
 #include <QString>
 #include <QStringList>
@@ -32,9 +33,11 @@ struct StrategyConfig {
     BuyOrder buyOrder = BuyOrder::Descending;
     // The report's account ("config.report.*"); the trades never read it.
     ReportSettings report;
+    // Real-account rules ("config.trade.t1" and its siblings); all off by default.
+    TradeRules rules;
 
     // 1: a known key was stored; 0: two fields but an unknown key; -1: the
-    // line is not "key,value". Unknown and report keys normalise the sale settings.
+    // line is not "key,value". Unknown, report and rule keys normalise the sale settings.
     int parseConfigLine(const QString &line);
 
     // Applies every line of `text`.

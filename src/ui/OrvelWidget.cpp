@@ -89,7 +89,8 @@ void OrvelWidget::markCurrentLine()
 
 QStringList OrvelWidget::keywordPatterns()
 {
-    return evaluatorKeywordList() + configKeywordList().split(QLatin1Char('|')) + KPatternTable::names();
+    return evaluatorKeywordList() + configKeywordList().split(QLatin1Char('|')) + ruleKeywordList() +
+           KPatternTable::names();
 }
 
 void OrvelWidget::clickButton()
@@ -127,7 +128,11 @@ void OrvelWidget::clickView()
     if (!m_run || m_watcher.isRunning())
         return;
     RunSummary summary = RunSummary::fromBook(m_book);
-    showMessage(QStringLiteral("策略数据汇总"), summary.text());
+    QString text = summary.text();
+    if (m_run->config().rules.any())
+        text += (text.endsWith(QLatin1Char('\n')) ? QString() : QStringLiteral("\n")) +
+                m_run->ruleEffects().text();
+    showMessage(QStringLiteral("策略数据汇总"), text);
 
     if (!m_results) {
         m_results = new StrategyViewWidget(this);

@@ -1,58 +1,6 @@
-#include "TestSupport.h"
-#include "engine/OutputCsv.h"
-#include "engine/StockSimulator.h"
+#include "SimulatedTrades.h"
 
 #include <gtest/gtest.h>
-
-#include <vector>
-
-namespace {
-
-// Days 0-4 only feed the indicators; the walk starts on day 5.
-std::vector<Day> warmUp()
-{
-    return {{"d0", 10, 10, 10, 10, 1},
-            {"d1", 10, 10, 10, 10, 1},
-            {"d2", 10, 10, 10, 10, 1},
-            {"d3", 10, 10, 10, 10, 1},
-            {"d4", 10, 10, 10, 10, 1}};
-}
-
-// The trades, as "output.csv" lines, of `rules` over five quiet warm-up days
-// followed by `days`. A day with volume 100 or more signals a buy, one with
-// volume above 6 a sale.
-QString simulate(const QString &rules, std::initializer_list<Day> days)
-{
-    std::vector<Day> all = warmUp();
-    all.insert(all.end(), days.begin(), days.end());
-    std::string text = "[[";
-    for (size_t i = 0; i < all.size(); ++i) {
-        const Day &d = all[i];
-        text += (i ? "],[" : "") + std::string(d.date) + "," + std::to_string(d.open) + "," +
-                std::to_string(d.close) + "," + std::to_string(d.high) + "," + std::to_string(d.low) + "," +
-                std::to_string(d.volume);
-    }
-    StockSeries series;
-    parseKLineText(text + "]]", series);
-    series.code = QStringLiteral("600000");
-
-    StrategyConfig config;
-    config.salePoint = SalePoint::Close;
-    Script script;
-    int line = 0;
-    const QString signalRules = QStringLiteral("buy.vol,0>value,99\nsale.vol,0>value,6");
-    EXPECT_EQ(compileScript(script, config, rules + signalRules, line), 1) << line;
-    IndicatorCache cache;
-    script.bind(series.view(), cache);
-    std::vector<TradeRecord> trades;
-    StockSimulator(config).simulateStock(series, script, trades);
-    TradeBook book;
-    for (const TradeRecord &t : trades)
-        book.file(t);
-    return outputCsvText(book);
-}
-
-} // namespace
 
 TEST(Buying, AGapExactlyAtEitherBoundStillBuys)
 {

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "TestSupport.h"
+#include "engine/OutputCsv.h"
+#include "engine/StockSimulator.h"
+#include "indicators/IndicatorCache.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+// Days 0-4 only feed the indicators; the walk starts on day 5.
+inline std::vector<Day> warmUp()
+{
+    return {{"d0", 10, 10, 10, 10, 1},
+            {"d1", 10, 10, 10, 10, 1},
+            {"d2", 10, 10, 10, 10, 1},
+            {"d3", 10, 10, 10, 10, 1},
+            {"d4", 10, 10, 10, 10, 1}};
+}
+
+// The trades, as "output.csv" lines, of `rules` over five quiet warm-up days
+// followed by `days`. A day with volume 100 or more signals a buy, one with
+// volume above 6 a sale. What the real-account rules changed goes to `effects`.
+inline QString simulate(const QString &rules, std::initializer_list<Day> days, const char *code = "600000",
+                        RuleEffects *effects = nullptr)
+{
+    std::vector<Day> all = warmUp();
+    all.insert(all.end(), days.begin(), days.end());
+    std::string text = "[[";
+    for (size_t i = 0; i < all.size(); ++i) {
+        const Day &d = all[i];
+        text += (i ? "],[" : "") + std::string(d.date) + "," + std::to_string(d.open) + "," +
+                std::to_string(d.close) + "," + std::to_string(d.high) + "," + std::to_string(d.low) + "," +
+                std::to_string(d.volume);
+    }
+    StockSeries series;
+    parseKLineText(text + "]]", series);
+    series.code = QString::fromLatin1(code);
+
+    StrategyConfig config;
+    config.salePoint = SalePoint::Close;
+    Script script;
+    int line = 0;
+    const QString signalRules = QStringLiteral("buy.vol,0>value,99\nsale.vol,0>value,6");
+    EXPECT_EQ(compileScript(script, config, rules + signalRules, line), 1) << line;
+    IndicatorCache cache;
+    script.bind(series.view(), cache);
+    std::vector<TradeRecord> trades;
+    StockSimulator simulator(config);
+    simulator.simulateStock(series, script, trades);
+    if (effects)
+        *effects = simulator.ruleEffects();
+    TradeBook book;
+    for (const TradeRecord &t : trades)
+        book.file(t);
+    return outputCsvText(book);
+}
