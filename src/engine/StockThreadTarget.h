@@ -1,6 +1,7 @@
 #pragma once
 
 #include "BacktestEngine.h"
+#include "report/StrategyReport.h"
 
 #include <QThread>
 
@@ -19,6 +20,7 @@ public:
     // Read only after updateFinished().
     TradeBook &tradeBook() { return m_book; }
     const RuleEffects &ruleEffects() const { return m_effects; }
+    const StrategyReport &report() const { return m_report; }
 
 signals:
     void updateStock(int percent, const QString &code);
@@ -34,4 +36,5 @@ private:
     int m_jobs = BacktestEngine::defaultJobs();
     TradeBook m_book;
     RuleEffects m_effects;
+    StrategyReport m_report;
 };

@@ -139,6 +139,7 @@ void OrvelWidget::clickView()
     StrategyViewWidget results(this);
     results.setStocks(&stocks);
     results.fill(summary.rows);
+    results.setReport(m_thread->report());
     results.exec();
 }
 

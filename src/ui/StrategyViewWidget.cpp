@@ -3,9 +3,11 @@
 #include "CandlestickView.h"
 #include "LoadedStocks.h"
 #include "OrvelTitle.h"
+#include "ReportPage.h"
 #include "StockListViews.h"
 #include "market/TextFile.h"
 
+#include <QTabWidget>
 #include <QVBoxLayout>
 
 namespace {
@@ -38,14 +40,20 @@ int indexOfDate(const StockSeries &series, const QString &date)
 } // namespace
 
 StrategyViewWidget::StrategyViewWidget(QWidget *parent)
-    : QDialog(parent), m_chart(new CandlestickView(this)), m_table(createStockListView(kStrategyView, this))
+    : QDialog(parent), m_chart(new CandlestickView(this)), m_table(createStockListView(kStrategyView, this)),
+      m_reportPage(new ReportPage(this))
 {
     setWindowTitle(orvelWindowTitle());
     setWindowIcon(QIcon(QStringLiteral(":logo/orvel.png")));
-    auto *layout = new QVBoxLayout(this);
+    auto *tabs = new QTabWidget(this);
+    auto *trades = new QWidget(tabs);
+    auto *layout = new QVBoxLayout(trades);
     m_chart->setFixedHeight(180);
     layout->addWidget(m_chart);
     layout->addWidget(m_table);
+    tabs->addTab(trades, QStringLiteral("交易"));
+    tabs->addTab(m_reportPage, QStringLiteral("统计"));
+    (new QVBoxLayout(this))->addWidget(tabs);
     setFixedWidth(620);
     connect(m_table, SIGNAL(cellClicked(int, int)), this, SLOT(onClick(int, int)));
 }
@@ -57,6 +65,8 @@ void StrategyViewWidget::fill(const std::vector<TradeRecord> &trades)
     for (const TradeRecord &trade : trades)
         m_table->addStock(rowOf(trade));
 }
+
+void StrategyViewWidget::setReport(const StrategyReport &report) { m_reportPage->setReport(report); }
 
 void StrategyViewWidget::onClick(int row, int)
 {
