@@ -1,5 +1,6 @@
 // A user reads the 统计 page after a run and exports the report.
 #include "ui/ReportPage.h"
+#include "report/ReportHtml.h"
 #include "ui/StrategyViewWidget.h"
 
 #include <QDir>
