@@ -80,12 +80,14 @@ QString figureGrid(const std::vector<std::pair<QString, QString>> &figures)
 
 QString dateOrNone(const QString &date, const QString &none) { return date.isEmpty() ? none : date; }
 
-QString keyFigures(const StrategyReport &r)
+} // namespace
+
+std::vector<std::pair<QString, QString>> keyFigureTexts(const StrategyReport &r)
 {
     const TradeFigures &t = r.trades;
     const AccountFigures &a = r.account;
     const MarketFigures &m = r.market;
-    return figureGrid({
+    return {
         {QStringLiteral("总收益率"), reportPercent(a.totalReturn)},
         {QStringLiteral("年化收益率"), reportPercent(a.annualReturn)},
         {QStringLiteral("最大回撤"), reportPercent(a.maxDrawdown)},
@@ -118,8 +120,10 @@ QString keyFigures(const StrategyReport &r)
         {QStringLiteral("持股天数中位数"), reportNumber(t.medianHoldDays)},
         {QStringLiteral("市场总收益率"), reportPercent(m.totalReturn)},
         {QStringLiteral("市场最大回撤"), reportPercent(m.maxDrawdown)},
-    });
+    };
 }
+
+namespace {
 
 QString yearTable(const StrategyReport &r)
 {
@@ -217,7 +221,7 @@ QString reportHtml(const StrategyReport &r, const ReportCharts &charts)
     body += QStringLiteral(
         "<p style=\"color:#666\">胜率只计收益大于 0 的交易（汇总框的策略成功率把卖价等于买价也算作成功）；"
         "汇总框的买卖次数不含立即止盈的交易，这里的交易次数含。</p>");
-    body += keyFigures(r);
+    body += figureGrid(keyFigureTexts(r));
     body += section(QStringLiteral("账户与市场")) + picture(charts.account, QStringLiteral("账户与市场曲线"));
     body += section(QStringLiteral("年度收益")) + yearTable(r);
     body += section(QStringLiteral("月度收益")) + monthTable(r);

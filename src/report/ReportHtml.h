@@ -15,6 +15,10 @@ struct ReportCharts {
 // pictures embedded).
 QString reportHtml(const StrategyReport &report, const ReportCharts &charts);
 
+// The key figures as label and text, in the order both the page and the
+// file show them.
+std::vector<std::pair<QString, QString>> keyFigureTexts(const StrategyReport &report);
+
 // How the report shows a figure: two decimals, "—" when it has none.
 QString reportNumber(const Figure &value);
 QString reportPercent(const Figure &value);

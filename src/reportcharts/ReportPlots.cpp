@@ -65,6 +65,8 @@ void plotAccount(QCustomPlot *plot, const StrategyReport &report)
         drawdown->addData(double(day), -d.drawdown);
     }
     top->axis(QCPAxis::atLeft)->setLabel(QStringLiteral("权益（元）"));
+    top->axis(QCPAxis::atLeft)->setNumberFormat(QStringLiteral("f"));
+    top->axis(QCPAxis::atLeft)->setNumberPrecision(0);
     bottom->axis(QCPAxis::atLeft)->setLabel(QStringLiteral("回撤 %"));
     top->axis(QCPAxis::atBottom)->setTicker(dateTicker(report));
     bottom->axis(QCPAxis::atBottom)->setTicker(dateTicker(report));

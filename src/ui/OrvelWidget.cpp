@@ -114,10 +114,19 @@ void OrvelWidget::clickButton()
     m_viewButton->setEnabled(false);
     m_progress->setValue(0);
     m_progress->show();
-    m_watcher.setFuture(QtConcurrent::run([run](QPromise<TradeBook> &promise) {
+    auto report = std::make_shared<StrategyReport>();
+    m_report = report;
+    m_watcher.setFuture(QtConcurrent::run([run, report](QPromise<TradeBook> &promise) {
         promise.setProgressRange(0, 100);
         run->setProgress([&promise](int percent, const QString &) { promise.setProgressValue(percent); });
-        promise.addResult(run->run());
+        ReportMarket market;
+        run->setObserver([&market](int fileIndex, const StockSeries &series) {
+            market.addStock(fileIndex, series.code, series.view());
+        });
+        TradeBook book = run->run();
+        // Built here, off the interface thread, so the window never waits for it.
+        *report = computeReport(reportTradesOf(book), market, run->config().report);
+        promise.addResult(std::move(book));
     }));
 }
 
@@ -141,6 +150,7 @@ void OrvelWidget::clickView()
     const StrategyConfig &config = m_run->config();
     m_results->setStocks(std::make_unique<LoadedStocks>(m_run->files(), config.kDir, config.kFormat));
     m_results->fill(std::move(summary.rows));
+    m_results->setReport(*m_report);
     m_results->setWindowTitle(m_runTitle);
     m_results->show();
     m_results->raise();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/TradeBook.h"
+#include "report/StrategyReport.h"
 
 #include <QDateTime>
 #include <QFutureWatcher>
@@ -57,6 +58,7 @@ private:
     Highlighter *m_highlighter;
     QFutureWatcher<TradeBook> m_watcher;
     std::shared_ptr<BacktestRun> m_run; // the run going on, or the last one
+    std::shared_ptr<StrategyReport> m_report; // the last run's, filled by its worker
     TradeBook m_book;                   // the last finished run's trades
     QString m_scriptName = QStringLiteral("default.script");
     QString m_runTitle; // the script's name and the start time of the run in m_run

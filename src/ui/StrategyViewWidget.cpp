@@ -3,10 +3,12 @@
 #include "CandlestickView.h"
 #include "LoadedStocks.h"
 #include "OrvelTitle.h"
+#include "ReportPage.h"
 #include "StockListViewStrategy.h"
 #include "market/TextFile.h"
 
 #include <QHeaderView>
+#include <QTabWidget>
 #include <QVBoxLayout>
 
 namespace {
@@ -27,15 +29,21 @@ int indexOfDate(const StockSeries &series, const QString &date)
 } // namespace
 
 StrategyViewWidget::StrategyViewWidget(QWidget *parent)
-    : QDialog(parent), m_chart(new CandlestickView(this)), m_table(new StockListViewStrategy(this))
+    : QDialog(parent), m_chart(new CandlestickView(this)), m_table(new StockListViewStrategy(this)),
+      m_reportPage(new ReportPage(this))
 {
     setWindowTitle(orvelWindowTitle());
     setWindowIcon(QIcon(QStringLiteral(":logo/orvel.png")));
     setSizeGripEnabled(true);
-    auto *layout = new QVBoxLayout(this);
+    auto *tabs = new QTabWidget(this);
+    auto *trades = new QWidget(tabs);
+    auto *layout = new QVBoxLayout(trades);
     m_chart->setMinimumHeight(180);
     layout->addWidget(m_chart, 1);
     layout->addWidget(m_table, 2);
+    tabs->addTab(trades, QStringLiteral("交易"));
+    tabs->addTab(m_reportPage, QStringLiteral("统计"));
+    (new QVBoxLayout(this))->addWidget(tabs);
     // Every column in view at first; the user may make it larger.
     int width = 0;
     for (int column = 0; column < m_table->horizontalHeader()->count(); ++column)
@@ -49,6 +57,8 @@ StrategyViewWidget::~StrategyViewWidget() = default;
 void StrategyViewWidget::setStocks(std::unique_ptr<LoadedStocks> stocks) { m_stocks = std::move(stocks); }
 
 void StrategyViewWidget::fill(std::vector<TradeRecord> trades) { m_table->setTrades(std::move(trades)); }
+
+void StrategyViewWidget::setReport(const StrategyReport &report) { m_reportPage->setReport(report); }
 
 void StrategyViewWidget::onTradeChosen(const TradeRecord &trade)
 {

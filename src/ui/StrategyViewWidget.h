@@ -9,7 +9,9 @@
 
 class CandlestickView;
 class LoadedStocks;
+class ReportPage;
 class StockListViewStrategy;
+struct StrategyReport;
 
 // The results window: the chart of the chosen trade's stock above the
 // table of the run's trades. Not modal: the script stays editable beside it.
@@ -23,9 +25,12 @@ public:
     void setStocks(std::unique_ptr<LoadedStocks> stocks);
     // Replaces the table's rows by the trades, in the order given.
     void fill(std::vector<TradeRecord> trades);
+    // Fills the 统计 page.
+    void setReport(const StrategyReport &report);
 
     CandlestickView *chart() const { return m_chart; }
     StockListViewStrategy *table() const { return m_table; }
+    ReportPage *reportPage() const { return m_reportPage; }
 
 public slots:
     void onTradeChosen(const TradeRecord &trade);
@@ -33,5 +38,6 @@ public slots:
 private:
     CandlestickView *m_chart;
     StockListViewStrategy *m_table;
+    ReportPage *m_reportPage;
     std::unique_ptr<LoadedStocks> m_stocks;
 };

@@ -1,6 +1,7 @@
 // Pictures of the desktop program for the README: the main window as it
 // opens, the summary box and the results window after the default script
-// has run on the bundled market, with the first trade's chart shown.
+// has run on the bundled market, with the first trade's chart shown, and the
+// results window's 统计 page.
 //
 //   orvel-screenshots [--data DIR] [--out DIR]
 //
@@ -11,6 +12,7 @@
 #include "ui/OrvelAnalyst.h"
 #include "ui/OrvelStockMsgBox.h"
 #include "ui/OrvelWidget.h"
+#include "ui/ReportPage.h"
 #include "ui/StockListViewStrategy.h"
 #include "ui/StrategyViewWidget.h"
 
@@ -20,6 +22,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QStyleFactory>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QTranslator>
@@ -88,6 +91,10 @@ private:
             table->selectRow(0);
         settle(300);
         m_ok = save(results, m_out.filePath(QStringLiteral("orvel-results.png"))) && m_ok;
+        results->findChild<QTabWidget *>()->setCurrentWidget(results->reportPage());
+        results->resize(results->width(), 900);
+        settle(300);
+        m_ok = save(results, m_out.filePath(QStringLiteral("orvel-report-page.png"))) && m_ok;
     }
 
     QDir m_out;
