@@ -116,7 +116,7 @@ int run(const BacktestOptions &options)
     if (!options.data.isEmpty())
         config.kDir = options.data;
 
-    const StockFileList files = listStockFiles(config.kDir);
+    const StockFileList files = config.kLineSource().list();
     if (files.isEmpty()) {
         CliOutput::err(QStringLiteral("警告: 文件夹%1不存在或其中缺少股票文件\n").arg(config.kDir));
         return Commands::NoData;

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "KLineSource.h"
 #include "Stock.h"
 #include "StockSkip.h"
 
 #include <QString>
+
+#include <vector>
 
 struct StrategyConfig;
 
@@ -15,9 +18,20 @@ public:
     // when the series holds more than six days.
     bool loadStockSeries(const QString &listedPath, const StrategyConfig &config, StockSeries &series);
 
+    // The same for a listing of `source`: the program's own text files are
+    // re-opened through their code as above; day and CSV files are read as
+    // listed, their code taken from the file name.
+    bool load(const QString &listedPath, const KLineSource &source, StockSeries &series);
+
+    // Reads `path` itself in the given format (not "auto"); the code is left
+    // to the caller. A malformed file gives one log line naming it. False
+    // when it cannot be read.
+    bool readFile(const QString &path, KLineFormat format, StockSeries &series);
+
     // Why the last load gave no series to walk.
     StockSkip lastSkip() const { return m_lastSkip; }
 
 private:
+    std::vector<char> m_bytes; // day and CSV files, read aside
     StockSkip m_lastSkip = StockSkip::None;
 };

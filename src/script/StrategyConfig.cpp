@@ -35,17 +35,28 @@ int StrategyConfig::parseConfigLine(const QString &line)
     else if (key == QLatin1String("config.trade.max.allow.decrease"))
         maxAllowDecrease = DecimalNumber::toFloat(value);
     else {
-        // Only a key outside the trade settings normalises the sale settings;
-        // the shipped files always carry one ("config.source.ticket.dir"), so
-        // they always run this. The report's and the rules' keys do it too:
-        // adding one to a file must never change what the specified keys do.
-        if (salePoint != QLatin1String("open"))
-            salePoint = QStringLiteral("close");
-        if (saleRapid != QLatin1String("yes"))
-            saleRapid = QStringLiteral("no");
+        // Keys added since the first release answer as a key outside the trade
+        // settings does: they normalise the sale settings, so adding one to a
+        // file never changes the trades. The data folder's `stocks` key is
+        // otherwise unknown to this step.
+        normaliseSaleSettings();
+        if (key == QLatin1String("config.source.k.stocks")) {
+            kStocks = value;
+            return 0;
+        }
         return report.parseConfigValue(key, value) || rules.parseConfigValue(key, value) ? 1 : 0;
     }
     return 1;
+}
+
+// Only an unknown key normalises the sale settings; the shipped files always
+// carry one ("config.source.ticket.dir"), so they always run this.
+void StrategyConfig::normaliseSaleSettings()
+{
+    if (salePoint != QLatin1String("open"))
+        salePoint = QStringLiteral("close");
+    if (saleRapid != QLatin1String("yes"))
+        saleRapid = QStringLiteral("no");
 }
 
 bool StrategyConfig::loadConfigFile(const QString &path)

@@ -3,7 +3,7 @@
 LoadedStocks::LoadedStocks(const StockFileList &files, const StrategyConfig &config) : m_config(config)
 {
     for (const QString &path : files)
-        m_paths.insert(stockCodeOf(path), path);
+        m_paths.insert(config.kLineSource().codeOf(path), path);
 }
 
 const StockSeries *LoadedStocks::find(const QString &code)

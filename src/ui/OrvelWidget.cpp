@@ -110,7 +110,7 @@ void OrvelWidget::clickButton()
         return;
     }
 
-    m_files = listStockFiles(config.kDir);
+    m_files = config.kLineSource().list();
     if (m_files.isEmpty()) {
         showMessage(QStringLiteral("警告"),
                     QStringLiteral("文件夹%1不存在或其中缺少股票文件").arg(config.kDir));

@@ -64,7 +64,7 @@ TEST(DataDirectory, SixDaysAreTooFewAndOtherFormatsReadNothing)
     EXPECT_FALSE(loader.loadStockSeries(dir.filePath(QStringLiteral("600000")), config, series));
     EXPECT_EQ(series.size(), 6);
     EXPECT_TRUE(loader.loadStockSeries(dir.filePath(QStringLiteral("600001")), config, series));
-    config.kFormat = QStringLiteral("tdx");
+    config.kFormat = QStringLiteral("weekly");
     EXPECT_FALSE(loader.loadStockSeries(dir.filePath(QStringLiteral("600001")), config, series));
     EXPECT_EQ(series.size(), 0);
     EXPECT_FALSE(loader.loadStockSeries(QStringLiteral("/a/b"), config, series)); // shorter than seven
