@@ -1,8 +1,8 @@
 #include "KLineConverter.h"
 
 #include "KLineWriter.h"
-#include "StockLoader.h"
 #include "SafeFile.h"
+#include "StockLoader.h"
 
 #include <QDir>
 #include <QFileInfo>
