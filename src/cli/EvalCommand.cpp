@@ -1,10 +1,11 @@
 #include "CliOutput.h"
 #include "Commands.h"
 #include "indicators/IndicatorCache.h"
-#include "market/KLineParser.h"
-#include "market/StockFileList.h"
+#include "market/StockLoader.h"
 #include "market/TextFile.h"
 #include "script/MetaEvalutor.h"
+
+#include <QFileInfo>
 
 #include <memory>
 #include <vector>
@@ -54,14 +55,20 @@ int eval(const QStringList &arguments)
         CliOutput::err(QStringLiteral("parse error: %1\n").arg(failed));
         return CompileError;
     }
-    std::vector<char> bytes;
-    if (!TextFile::readBytes(arguments[1], bytes)) {
+    // A ".day" or ".csv" file is read as such, anything else as K-line text.
+    const QString suffix = QFileInfo(arguments[1]).suffix().toLower();
+    KLineSource source;
+    if (suffix == QLatin1String("day"))
+        source.format = QStringLiteral("tdx");
+    else if (suffix == QLatin1String("csv"))
+        source.format = QStringLiteral("csv");
+    StockSeries series;
+    StockLoader loader;
+    if (!loader.readFile(arguments[1], source.kind(), series)) {
         CliOutput::err(QStringLiteral("无法读取 / cannot read: %1\n").arg(arguments[1]));
         return UsageError;
     }
-    StockSeries series;
-    parseKLineText(std::string_view(bytes.data(), bytes.size()), series);
-    series.code = stockCodeOf(arguments[1]);
+    series.code = source.codeOf(arguments[1]);
     IndicatorCache indicators;
     for (const std::unique_ptr<MetaEvalutor> &evaluator : evaluators)
         evaluator->bind(series.view(), indicators);

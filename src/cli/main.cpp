@@ -20,6 +20,7 @@ const char kUsage[] = "用法 / usage:\n"
                       "  orvel-cli download CODE... [--codes-file FILE] [--data DIR] [--adjust hfq|qfq|bfq]"
                       " [--period day|week|month] [--host URL]\n"
                       "  orvel-cli check [DIR]\n"
+                      "  orvel-cli convert --from tdx|csv SRC --data DIR [--stocks only|all]\n"
                       "Run a command with --help for its options.\n";
 
 // The report's charts are drawn with widgets, off screen; nothing else
@@ -63,6 +64,8 @@ int main(int argc, char *argv[])
         return Commands::download(arguments);
     if (command == QLatin1String("check"))
         return Commands::check(arguments);
+    if (command == QLatin1String("convert"))
+        return Commands::convert(arguments);
     CliOutput::err(QString::fromUtf8(kUsage));
     return command == QLatin1String("--help") || command == QLatin1String("-h") ? Commands::Ok
                                                                                 : Commands::UsageError;

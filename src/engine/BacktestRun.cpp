@@ -77,7 +77,7 @@ void work(const CompiledStrategy &strategy, const StrategyConfig &config, const 
     StockSeries series;
     StockSimulator simulator(config);
     for (int index = queue.take(); index >= 0; index = queue.take()) {
-        if (loader.loadStockSeries(queue.files[index], config.kDir, config.kFormat, series)) {
+        if (loader.load(queue.files[index], config.kLineSource(), series)) {
             if (observer)
                 observer(index, series);
             script.bind(series.view(), indicators);
@@ -102,7 +102,7 @@ BacktestRun::BacktestRun(const QString &configText, const QString &scriptText, c
         return;
     }
     m_strategy = std::move(compiled.strategy);
-    m_files = listStockFiles(m_strategy->config().kDir);
+    m_files = m_strategy->config().kLineSource().list();
     if (m_files.isEmpty())
         m_problem = Problem::NoData;
 }

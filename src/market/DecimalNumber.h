@@ -41,15 +41,24 @@ inline float narrowToFloat(double value)
     return value != 0 && narrowed == 0 ? 0.0f : narrowed;
 }
 
-// The fast path used by the K-line parser: converts the decimal starting at
-// `begin` when it ends at `end` or at a byte that cannot continue a number, and
-// returns where it stopped; nullptr when the text needs the general path.
-// With fewer than 19 digits and a mantissa below 2^53, one division by an
-// exact power of ten is correctly rounded.
-inline const char *scanSimpleFloat(const char *begin, const char *end, float &out)
+// A decimal given by its digits and how many of them follow the point, read
+// exactly as the same digits written out as text are: with a mantissa below
+// 2^53 and at most 22 fraction digits, one division by an exact power of ten
+// is correctly rounded. Binary day files (prices in cents) come through here,
+// so 1055 cents and "10.55" give the same float.
+inline float fromDigits(uint64_t mantissa, int fractionDigits, bool negative = false)
 {
     constexpr double kPow10[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
                                  1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    const double value = double(mantissa) / kPow10[fractionDigits];
+    return narrowToFloat(negative ? -value : value);
+}
+
+// The fast path used by the K-line parser: converts the decimal starting at
+// `begin` when it ends at `end` or at a byte that cannot continue a number, and
+// returns where it stopped; nullptr when the text needs the general path.
+inline const char *scanSimpleFloat(const char *begin, const char *end, float &out)
+{
     const auto isDigit = [](char c) { return unsigned(c - '0') < 10; };
     const char *p = begin;
     const bool negative = p < end && *p == '-';
@@ -73,8 +82,7 @@ inline const char *scanSimpleFloat(const char *begin, const char *end, float &ou
         return nullptr;
     if (p < end && (*p == '.' || *p == 'e' || *p == 'E' || *p == ' ' || (*p >= '\t' && *p <= '\r')))
         return nullptr;
-    const double value = double(mantissa) / kPow10[fractionDigits];
-    out = narrowToFloat(negative ? -value : value);
+    out = fromDigits(mantissa, fractionDigits, negative);
     return p;
 }
 

@@ -189,10 +189,7 @@ void appendBar(Stock bar, const float values[5], float &previousClose, std::vect
     bar.high = values[2];
     bar.low = values[3];
     bar.volume = values[4];
-    bar.change = bar.close - previousClose;
-    bar.increase = bar.change * 100 / previousClose;
-    previousClose = bar.close;
-    bars.push_back(bar);
+    appendDay(bars, bar, previousClose);
 }
 
 } // namespace

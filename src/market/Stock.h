@@ -21,6 +21,17 @@ struct Stock {
 
 using StockBars = std::span<const Stock>;
 
+// Appends a day with its change against the previous close, which starts at
+// -1 for a series' first day: that day's change and increase are meaningless,
+// and no rule reads them.
+inline void appendDay(std::vector<Stock> &bars, Stock bar, float &previousClose)
+{
+    bar.change = bar.close - previousClose;
+    bar.increase = bar.change * 100 / previousClose;
+    previousClose = bar.close;
+    bars.push_back(bar);
+}
+
 // A stock's day series, oldest first. It owns the text its dates point into,
 // and keeps its buffers between loads so that walking a whole market does not
 // allocate once the largest file has been seen.

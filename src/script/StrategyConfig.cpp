@@ -61,12 +61,15 @@ int StrategyConfig::parseConfigLine(const QString &line)
             return 1;
         }
     }
-    // Only a key outside the trade settings normalises the sale settings;
-    // the shipped files always carry one ("config.source.ticket.dir"), so
-    // they always run this. The report's and the rules' keys do it too:
-    // adding one to a file must never change what the specified keys do.
-    if (salePoint != SalePoint::Open)
-        salePoint = SalePoint::Close;
+    // Keys added since the first release answer as a key outside the trade
+    // settings does: they normalise the sale settings, so adding one to a
+    // file never changes the trades. The data folder's `stocks` key is
+    // otherwise unknown to this step.
+    normaliseSaleSettings();
+    if (parts[0] == QLatin1String("config.source.k.stocks")) {
+        kStocks = parts[1];
+        return 0;
+    }
     return report.parseConfigValue(parts[0], parts[1]) || rules.parseConfigValue(parts[0], parts[1]) ? 1 : 0;
 }
 
@@ -74,6 +77,14 @@ void StrategyConfig::applyLines(const QString &text)
 {
     for (const QString &line : splitScriptLines(text))
         parseConfigLine(line);
+}
+
+// Only an unknown key normalises the sale settings; the shipped files always
+// carry one ("config.source.ticket.dir"), so they always run this.
+void StrategyConfig::normaliseSaleSettings()
+{
+    if (salePoint != SalePoint::Open)
+        salePoint = SalePoint::Close;
 }
 
 bool StrategyConfig::loadConfigFile(const QString &path)

@@ -2,6 +2,7 @@
 
 #include "ReportSettings.h"
 #include "TradeRules.h"
+#include "market/KLineSource.h"
 
 #include <QString>
 #include <QStringList>
@@ -35,6 +36,7 @@ struct StrategyConfig {
     ReportSettings report;
     // Real-account rules ("config.trade.t1" and its siblings); all off by default.
     TradeRules rules;
+    QString kStocks = QStringLiteral("only");
 
     // 1: a known key was stored; 0: two fields but an unknown key; -1: the
     // line is not "key,value". Unknown, report and rule keys normalise the sale settings.
@@ -49,6 +51,11 @@ struct StrategyConfig {
 
     // The text loadConfigFile() applies.
     static QString configFileText(const QString &path = QStringLiteral("config.conf"));
+    // The data settings as the market reads them.
+    KLineSource kLineSource() const { return {kDir, kFormat, kStocks}; }
+
+private:
+    void normaliseSaleSettings();
 };
 
 // Script and configuration text split at "\n" with empty pieces kept; one

@@ -15,18 +15,12 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-namespace {
-
-// The directory "config.conf" (or the built-in copy) names, read anew each
-// time as a run reads it.
 QString configuredDataDir()
 {
     StrategyConfig config;
     config.loadConfigFile();
     return config.kDir;
 }
-
-} // namespace
 
 DownloadDialog::DownloadDialog(QWidget *parent)
     : QDialog(parent), m_downloader(new KLineDownloader(this)), m_codes(new QPlainTextEdit(this)),

@@ -9,6 +9,10 @@ class QPlainTextEdit;
 class QProgressBar;
 class QPushButton;
 
+// The directory "config.conf" (or the built-in copy) names, read anew each
+// time as a run reads it.
+QString configuredDataDir();
+
 // Downloads history K-lines into the configured data directory: codes typed
 // or read from a file, the adjustment and period, a progress bar and a log
 // line per code. Requests run on the event loop one after another, so the

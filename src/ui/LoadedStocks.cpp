@@ -1,10 +1,9 @@
 #include "LoadedStocks.h"
 
-LoadedStocks::LoadedStocks(const StockFileList &files, const QString &dir, const QString &format)
-    : m_dir(dir), m_format(format)
+LoadedStocks::LoadedStocks(const StockFileList &files, const KLineSource &source) : m_source(source)
 {
     for (const QString &path : files)
-        m_paths.insert(stockCodeOf(path), path);
+        m_paths.insert(m_source.codeOf(path), path);
 }
 
 const StockSeries *LoadedStocks::find(const QString &code)
@@ -15,7 +14,7 @@ const StockSeries *LoadedStocks::find(const QString &code)
     if (path == m_paths.cend())
         return nullptr;
     StockSeries series;
-    if (!m_loader.loadStockSeries(*path, m_dir, m_format, series))
+    if (!m_loader.load(*path, m_source, series))
         return nullptr;
     return &m_series.emplace(code, std::move(series)).first->second;
 }

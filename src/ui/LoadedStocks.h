@@ -12,15 +12,14 @@
 // of it is clicked, from the directory and format the run used.
 class LoadedStocks {
 public:
-    LoadedStocks(const StockFileList &files, const QString &dir, const QString &format);
+    LoadedStocks(const StockFileList &files, const KLineSource &source);
 
     // nullptr when the code was not part of the run or its file no longer reads.
     const StockSeries *find(const QString &code);
 
 private:
     QHash<QString, QString> m_paths;
-    QString m_dir;
-    QString m_format;
+    KLineSource m_source;
     StockLoader m_loader;
     std::map<QString, StockSeries> m_series;
 };

@@ -2,6 +2,7 @@
 
 #include "DownloadDialog.h"
 #include "HelpPages.h"
+#include "ImportDialog.h"
 #include "OrvelAboutDlg.h"
 #include "OrvelTitle.h"
 #include "OrvelWidget.h"
@@ -35,6 +36,7 @@ OrvelAnalyst::OrvelAnalyst(QWidget *parent) : QMainWindow(parent), m_workbench(n
     QMenu *settings = menuBar()->addMenu(QStringLiteral("配置"));
     addMenuAction(settings, QStringLiteral("数据配置"), SLOT(config()));
     addMenuAction(settings, QStringLiteral("下载数据"), SLOT(downloadData()));
+    addMenuAction(settings, QStringLiteral("导入数据…"), SLOT(importData()));
     QMenu *helpMenu = menuBar()->addMenu(QStringLiteral("帮助"));
     addMenuAction(helpMenu, QStringLiteral("疑问"), SLOT(question()));
     addMenuAction(helpMenu, QStringLiteral("帮助"), SLOT(help()));
@@ -92,6 +94,15 @@ void OrvelAnalyst::config()
 void OrvelAnalyst::downloadData()
 {
     auto *dialog = new DownloadDialog(this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->show();
+}
+
+// Not modal either: the import runs on its own thread and closing the dialog
+// stops it after the file in hand.
+void OrvelAnalyst::importData()
+{
+    auto *dialog = new ImportDialog(this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->show();
 }

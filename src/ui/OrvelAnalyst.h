@@ -21,6 +21,7 @@ public slots:
     void saveScript();
     void config();
     void downloadData();
+    void importData();
     void question();
     void help();
     void about();

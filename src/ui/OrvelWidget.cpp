@@ -148,7 +148,7 @@ void OrvelWidget::clickView()
         m_results->setAttribute(Qt::WA_DeleteOnClose);
     }
     const StrategyConfig &config = m_run->config();
-    m_results->setStocks(std::make_unique<LoadedStocks>(m_run->files(), config.kDir, config.kFormat));
+    m_results->setStocks(std::make_unique<LoadedStocks>(m_run->files(), config.kLineSource()));
     m_results->fill(std::move(summary.rows));
     m_results->setReport(*m_report);
     m_results->setWindowTitle(m_runTitle);

@@ -62,7 +62,7 @@ TEST(DataDirectory, SixDaysAreTooFewAndOtherFormatsReadNothing)
     EXPECT_FALSE(loader.loadStockSeries(dir.filePath(QStringLiteral("600000")), dir.path(), format, series));
     EXPECT_EQ(series.size(), 6);
     EXPECT_TRUE(loader.loadStockSeries(dir.filePath(QStringLiteral("600001")), dir.path(), format, series));
-    format = QStringLiteral("tdx");
+    format = QStringLiteral("weekly");
     EXPECT_FALSE(loader.loadStockSeries(dir.filePath(QStringLiteral("600001")), dir.path(), format, series));
     EXPECT_EQ(series.size(), 0);
     EXPECT_FALSE(

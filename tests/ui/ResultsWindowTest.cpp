@@ -45,7 +45,7 @@ void clickRow(QTableView *table, int row)
 
 std::unique_ptr<LoadedStocks> stocksIn(const StockFileList &files, const QString &dir)
 {
-    return std::make_unique<LoadedStocks>(files, dir, QStringLiteral("default"));
+    return std::make_unique<LoadedStocks>(files, KLineSource{dir});
 }
 
 QString dateOf(const Stock &bar) { return QString::fromLatin1(bar.date.data(), qsizetype(bar.date.size())); }
