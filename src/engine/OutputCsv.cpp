@@ -2,31 +2,102 @@
 
 #include "market/SafeFile.h"
 
-#include <cstdio>
+#include <array>
+#include <charconv>
+
+namespace {
+
+// Six significant digits in the shorter of fixed or scientific form, as
+// printf's "%g" prints them, without a locale or a format string to read.
+char *appendShortReal(char *out, double value)
+{
+    return std::to_chars(out, out + 32, value, std::chars_format::general, 6).ptr;
+}
+
+// Writes rows straight as bytes: ASCII texts (codes and dates nearly always)
+// are copied as they are in both encodings, anything else goes through the
+// encoder, and the status texts are encoded once.
+class CsvWriter {
+public:
+    explicit CsvWriter(TextEncoding encoding) : m_encoding(encoding)
+    {
+        for (int i = 0; i < int(m_statuses.size()); ++i)
+            m_statuses[size_t(i)] = TextFile::encode(statusText(TradeStatus(i)), encoding);
+    }
+
+    void reserve(qsizetype rows) { m_bytes.reserve(rows * 64); }
+
+    void appendRow(const TradeRecord &r)
+    {
+        appendText(r.code);
+        m_bytes.append(',');
+        appendText(r.buyDate);
+        char numbers[96];
+        char *end = numbers;
+        *end++ = ',';
+        end = appendShortReal(end, r.buyPrice);
+        *end++ = ',';
+        m_bytes.append(numbers, end - numbers);
+        appendText(r.saleDate);
+        end = numbers;
+        *end++ = ',';
+        end = appendShortReal(end, r.salePrice);
+        *end++ = ',';
+        end = std::to_chars(end, end + 16, r.holdDays).ptr;
+        *end++ = ',';
+        m_bytes.append(numbers, end - numbers);
+        m_bytes.append(m_statuses[size_t(r.status)]);
+        m_bytes.append('\n');
+    }
+
+    QByteArray take() { return std::move(m_bytes); }
+
+private:
+    void appendText(const QString &text)
+    {
+        const QChar *chars = text.constData();
+        const qsizetype size = text.size();
+        const qsizetype start = m_bytes.size();
+        m_bytes.resize(start + size);
+        char *out = m_bytes.data() + start;
+        for (qsizetype i = 0; i < size; ++i) {
+            const char16_t c = chars[i].unicode();
+            if (c >= 0x80) {
+                m_bytes.resize(start);
+                m_bytes.append(TextFile::encode(text, m_encoding));
+                return;
+            }
+            out[i] = char(c);
+        }
+    }
+
+    TextEncoding m_encoding;
+    std::array<QByteArray, 6> m_statuses;
+    QByteArray m_bytes;
+};
+
+} // namespace
 
 QString shortReal(double value)
 {
-    char buffer[64];
-    std::snprintf(buffer, sizeof buffer, "%g", value);
-    return QString::fromLatin1(buffer);
+    char buffer[32];
+    return QString::fromLatin1(buffer, appendShortReal(buffer, value) - buffer);
 }
 
-QString outputCsvText(const TradeBook &book)
+QByteArray outputCsvBytes(const TradeBook &book, TextEncoding encoding)
 {
-    QString text;
-    const QChar comma = QLatin1Char(',');
+    CsvWriter writer(encoding);
+    writer.reserve(book.size());
     for (const auto &[date, records] : book.entries()) {
-        for (const TradeRecord &r : records) {
-            text += r.code + comma + r.buyDate + comma + shortReal(r.buyPrice) + comma + r.saleDate + comma +
-                    shortReal(r.salePrice) + comma + QString::number(r.holdDays) + comma +
-                    statusText(r.status) + QLatin1Char('\n');
-        }
+        for (const TradeRecord &r : records)
+            writer.appendRow(r);
     }
-    return text;
+    return writer.take();
 }
+
+QString outputCsvText(const TradeBook &book) { return QString::fromUtf8(outputCsvBytes(book, TextEncoding::Utf8)); }
 
 QString writeOutputCsv(const QString &path, const TradeBook &book, TextEncoding encoding)
 {
-    return SafeFile::replace(path, TextFile::encode(outputCsvText(book), encoding),
-                             SymlinkRule::FollowToRegularFile);
+    return SafeFile::replace(path, outputCsvBytes(book, encoding), SymlinkRule::FollowToRegularFile);
 }

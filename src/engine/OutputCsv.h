@@ -3,8 +3,11 @@
 #include "TradeBook.h"
 #include "market/TextFile.h"
 
+#include <QByteArray>
+
 // The trades as "output.csv" lines: code, buy date, buy price, sale date,
 // sale price, days held, status; no header, "\n" line ends.
+QByteArray outputCsvBytes(const TradeBook &book, TextEncoding encoding);
 QString outputCsvText(const TradeBook &book);
 
 // Writes the file through a temporary beside it; an error text, or empty.

@@ -6,18 +6,20 @@
 RunSummary RunSummary::fromBook(const TradeBook &book)
 {
     RunSummary summary;
-    summary.rows = book.rows();
     long long holdSum = 0;
     int successes = 0;
     double gainSum = 0;
-    for (const TradeRecord &record : summary.rows) {
-        if (record.summaryCount != SummaryCount::Counted)
-            continue;
-        holdSum += record.holdDays;
-        if (record.salePrice >= record.buyPrice)
-            ++successes;
-        gainSum += (record.salePrice - record.buyPrice) * 100 / record.buyPrice;
-        ++summary.trades;
+    for (const auto &[date, records] : book.entries()) {
+        summary.rows += records.size();
+        for (const TradeRecord &record : records) {
+            if (record.summaryCount != SummaryCount::Counted)
+                continue;
+            holdSum += record.holdDays;
+            if (record.salePrice >= record.buyPrice)
+                ++successes;
+            gainSum += (record.salePrice - record.buyPrice) * 100 / record.buyPrice;
+            ++summary.trades;
+        }
     }
     if (summary.trades > 0) {
         summary.averageHoldDays = double(holdSum) / summary.trades;
@@ -29,7 +31,7 @@ RunSummary RunSummary::fromBook(const TradeBook &book)
 
 QString RunSummary::text() const
 {
-    if (rows.empty())
+    if (rows == 0)
         return QStringLiteral("无数据");
     return QStringLiteral("买卖次数:%1\n平均持股天数:%2\n策略成功率:%3\n平均收益:%4\n")
         .arg(trades)

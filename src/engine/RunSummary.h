@@ -2,7 +2,6 @@
 
 #include "TradeBook.h"
 
-#include <vector>
 
 // The figures shown after a run. Only ordinary sales count; pending buys and
 // intraday take-profits appear in the rows alone.
@@ -11,7 +10,7 @@ struct RunSummary {
     double averageHoldDays = 0;
     double successRate = 0;
     double averageGain = 0;
-    std::vector<TradeRecord> rows;
+    qsizetype rows = 0; // every listed trade, counted or not
 
     static RunSummary fromBook(const TradeBook &book);
 

@@ -215,7 +215,7 @@ void StockSimulator::filePendingBuy(const QString &code, int index)
 
 void StockSimulator::fileAndClear()
 {
-    m_trades->push_back(m_position);
+    m_trades->push_back(std::move(m_position));
     m_position = TradeRecord();
     m_carriedSale.reset();
 }

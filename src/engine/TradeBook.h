@@ -23,6 +23,13 @@ public:
     void clear() { m_entries.clear(); }
     bool isEmpty() const { return m_entries.empty(); }
     const Entries &entries() const { return m_entries; }
+    qsizetype size() const
+    {
+        qsizetype count = 0;
+        for (const auto &[date, records] : m_entries)
+            count += records.size();
+        return count;
+    }
 
     // Every record in date order, then filing order.
     std::vector<TradeRecord> rows() const;

@@ -149,7 +149,7 @@ void OrvelWidget::clickView()
     }
     const StrategyConfig &config = m_run->config();
     m_results->setStocks(std::make_unique<LoadedStocks>(m_run->files(), config.kLineSource()));
-    m_results->fill(std::move(summary.rows));
+    m_results->fill(m_book.rows());
     m_results->setReport(*m_report);
     m_results->setWindowTitle(m_runTitle);
     m_results->show();

@@ -5,6 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <limits>
 #include <random>
 
 namespace {
@@ -59,7 +62,7 @@ TEST(Summary, CountsOrdinarySalesOnlyWithTwoDecimalsRoundedToEven)
     rapid.summaryCount = SummaryCount::Left;
     book.file(rapid);
     const RunSummary summary = RunSummary::fromBook(book);
-    EXPECT_EQ(summary.rows.size(), 3u);
+    EXPECT_EQ(summary.rows, 3);
     EXPECT_EQ(summary.text(),
               QStringLiteral("买卖次数:2\n平均持股天数:2.00\n策略成功率:100.00\n平均收益:0.56\n"));
     EXPECT_EQ(fixedTwoDecimals(1.125), QStringLiteral("1.12"));
@@ -90,6 +93,30 @@ TEST(Csv, PricesInShortestPrintfFormAndNoHeader)
     EXPECT_EQ(outputCsvText(book), QStringLiteral("000001,2019-01-01,1.2e-05,2019-01-01,11,2,卖点\n"
                                                   "600000,2019-01-02,10.5,2019-01-02,1.23457e+06,2,卖点\n"));
     EXPECT_EQ(shortReal(8.090000152587891), QStringLiteral("8.09"));
+}
+
+TEST(Csv, PricesPrintAsPrintfWouldOverEveryMagnitudeAndSpecialValue)
+{
+    std::vector<double> values = {0.0, -0.0, 1e-5, 9.999995e-5, 1e-4, 0.0001234565, 999999.5, 999999.4,
+                                  1e6, 123456.5, 2.5, 0.5, -3.25, 1e300, 5e-324,
+                                  std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
+                                  std::nan(""), -std::nan("")};
+    std::mt19937_64 random(11);
+    for (int i = 0; i < 200000; ++i) {
+        // Prices as the files give them (floats, cents), then any bits at all.
+        const double cents = double(random() % 10000000) / 100;
+        values.push_back(double(float(cents)));
+        values.push_back(cents * std::pow(10.0, int(random() % 20) - 10));
+        const std::uint64_t bits = random();
+        double any;
+        std::memcpy(&any, &bits, sizeof any);
+        values.push_back(any);
+    }
+    for (const double value : values) {
+        char expected[64];
+        std::snprintf(expected, sizeof expected, "%g", value);
+        ASSERT_EQ(shortReal(value), QString::fromLatin1(expected)) << expected;
+    }
 }
 
 TEST(DayLimit, FilingWithTheLimitGivesWhatLimitingAfterwardsGives)
