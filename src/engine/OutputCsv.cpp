@@ -1,5 +1,6 @@
 #include "OutputCsv.h"
 
+#include "TradeDate.h"
 #include "market/SafeFile.h"
 
 #include <array>
@@ -14,8 +15,9 @@ char *appendShortReal(char *out, double value)
     return std::to_chars(out, out + 32, value, std::chars_format::general, 6).ptr;
 }
 
-// Writes rows straight as bytes: ASCII texts (codes and dates nearly always)
-// are copied as they are in both encodings, anything else goes through the
+// Writes rows straight as bytes: dates of the usual form are written from
+// their numbers, other ASCII texts (codes nearly always) are copied as they
+// are in both encodings, anything else goes through the
 // encoder, and the status texts are encoded once.
 class CsvWriter {
 public:
@@ -31,14 +33,14 @@ public:
     {
         appendText(r.code);
         m_bytes.append(',');
-        appendText(r.buyDate);
+        appendDate(r.buyDate);
         char numbers[96];
         char *end = numbers;
         *end++ = ',';
         end = appendShortReal(end, r.buyPrice);
         *end++ = ',';
         m_bytes.append(numbers, end - numbers);
-        appendText(r.saleDate);
+        appendDate(r.saleDate);
         end = numbers;
         *end++ = ',';
         end = appendShortReal(end, r.salePrice);
@@ -53,6 +55,16 @@ public:
     QByteArray take() { return std::move(m_bytes); }
 
 private:
+    void appendDate(int date)
+    {
+        if (date >= 0 && date < TradeDate::kSlots) {
+            char text[10];
+            m_bytes.append(text, TradeDate::writeSlot(text, date) - text);
+        } else {
+            appendText(TradeDate::text(date));
+        }
+    }
+
     void appendText(const QString &text)
     {
         const QChar *chars = text.constData();
@@ -95,7 +107,10 @@ QByteArray outputCsvBytes(const TradeBook &book, TextEncoding encoding)
     return writer.take();
 }
 
-QString outputCsvText(const TradeBook &book) { return QString::fromUtf8(outputCsvBytes(book, TextEncoding::Utf8)); }
+QString outputCsvText(const TradeBook &book)
+{
+    return QString::fromUtf8(outputCsvBytes(book, TextEncoding::Utf8));
+}
 
 QString writeOutputCsv(const QString &path, const TradeBook &book, TextEncoding encoding)
 {

@@ -2,7 +2,6 @@
 
 #include "TradeBook.h"
 
-
 // The figures shown after a run. Only ordinary sales count; pending buys and
 // intraday take-profits appear in the rows alone.
 struct RunSummary {

@@ -1,7 +1,6 @@
 #include "StockSimulator.h"
 
 #include "TradeDate.h"
-#include "market/TextFile.h"
 
 #include <algorithm>
 
@@ -88,7 +87,7 @@ int StockSimulator::tryBuy(const QString &code, int index)
     }
     m_position.code = code;
     m_position.buyPrice = next.open;
-    m_position.buyDate = dateText(next.date);
+    m_position.buyDate = dateId(next.date);
     m_position.volumeKey = next.volume;
     m_position.holdDays = 1;
     m_position.status = TradeStatus::Holding;
@@ -120,7 +119,7 @@ int StockSimulator::checkExit(int index, bool rapidAllowed)
     case Exit::RapidProfit:
         // Sold intraday at the exact target; such trades stay out of the summary.
         m_position.salePrice = (m_config.maxProfit * 0.01 + 1.0) * m_position.buyPrice;
-        m_position.saleDate = dateText(m_bars[size_t(index)].date);
+        m_position.saleDate = dateId(m_bars[size_t(index)].date);
         m_position.holdDays = index - m_position.buyIndex + 1;
         m_position.status = TradeStatus::TakeProfit;
         m_position.closed = true;
@@ -141,7 +140,7 @@ int StockSimulator::sell(int index, TradeStatus type)
         if (notSoldAtLimitDown(bar.close, index, type))
             return 0;
         m_position.salePrice = bar.close;
-        m_position.saleDate = dateText(bar.date);
+        m_position.saleDate = dateId(bar.date);
         m_position.holdDays = index - m_position.buyIndex + 1;
         m_position.closed = true;
         m_position.summaryCount = SummaryCount::Counted;
@@ -150,14 +149,15 @@ int StockSimulator::sell(int index, TradeStatus type)
         if (notSoldAtLimitDown(next.open, index + 1, type))
             return 0;
         m_position.salePrice = next.open;
-        m_position.saleDate = dateText(next.date);
+        m_position.saleDate = dateId(next.date);
         m_position.holdDays = index - m_position.buyIndex + 2;
         m_position.closed = true;
         m_position.summaryCount = SummaryCount::Counted;
     } else {
         // Never reached from the day step, which does not sell on the last bar.
         m_position.salePrice = 0;
-        m_position.saleDate = QStringLiteral("%1下一交易日开盘").arg(dateText(bar.date));
+        m_position.saleDate =
+            TradeDate::idOfText(QStringLiteral("%1下一交易日开盘").arg(TradeDate::text(dateId(bar.date))));
         m_position.holdDays = index - m_position.buyIndex + 2;
     }
     m_position.status = type;
@@ -176,7 +176,7 @@ int StockSimulator::stopIntraday(int index)
         return 0;
     ++m_effects.stopIntraday;
     m_position.salePrice = price;
-    m_position.saleDate = dateText(bar.date);
+    m_position.saleDate = dateId(bar.date);
     m_position.holdDays = index - m_position.buyIndex + 1;
     m_position.closed = true;
     m_position.summaryCount = SummaryCount::Counted;
@@ -203,7 +203,8 @@ void StockSimulator::filePendingBuy(const QString &code, int index)
 {
     m_position = TradeRecord();
     m_position.code = code;
-    m_position.buyDate = QStringLiteral("%1下一日开盘买入").arg(dateText(m_bars[size_t(index)].date));
+    const QString day = TradeDate::text(dateId(m_bars[size_t(index)].date));
+    m_position.buyDate = TradeDate::idOfText(QStringLiteral("%1下一日开盘买入").arg(day));
     m_position.buyPrice = 0;
     m_position.salePrice = 0;
     m_position.volumeKey = 0;
@@ -220,18 +221,7 @@ void StockSimulator::fileAndClear()
     m_carriedSale.reset();
 }
 
-QString StockSimulator::dateText(std::string_view date)
-{
-    const int slot = TradeDate::slotOf(date);
-    if (slot < 0)
-        return TextFile::decodeDate(date);
-    if (m_dateTexts.empty())
-        m_dateTexts.resize(TradeDate::kSlots);
-    QString &text = m_dateTexts[size_t(slot)];
-    if (text.isNull())
-        text = TextFile::decodeDate(date);
-    return text;
-}
+int StockSimulator::dateId(std::string_view date) { return TradeDate::idOf(date); }
 
 // A negative setting would make the walk stand still or go back.
 int StockSimulator::excludedDays() const { return m_config.minExclude > 0 ? m_config.minExclude : 0; }

@@ -39,7 +39,7 @@ private:
     void filePendingBuy(const QString &code, int index);
     void fileAndClear();
     int excludedDays() const;
-    QString dateText(std::string_view date);
+    static int dateId(std::string_view date);
 
     const StrategyConfig &m_config;
     const bool m_saleAtClose;
@@ -51,5 +51,4 @@ private:
     std::optional<TradeStatus> m_carriedSale; // the type of a sale not filled at limit-down, tried again on the next bar
     RuleEffects m_effects;
     std::vector<TradeRecord> *m_trades = nullptr;
-    std::vector<QString> m_dateTexts; // by TradeDate slot: the market's dates repeat in every stock
 };

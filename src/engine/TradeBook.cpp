@@ -32,10 +32,10 @@ DayLimitedFiling::DayLimitedFiling(int maxCount, BuyOrder buyOrder)
 {
 }
 
-DayLimitedFiling::Day &DayLimitedFiling::dayOf(const QString &buyDate)
+DayLimitedFiling::Day &DayLimitedFiling::dayOf(int buyDate)
 {
-    const int slot = TradeDate::slotOf(buyDate);
-    if (slot < 0)
+    const int slot = buyDate;
+    if (slot < 0 || slot >= TradeDate::kSlots)
         return m_otherDays[buyDate];
     if (m_slots.empty())
         m_slots.assign(TradeDate::kSlots, -1);
@@ -74,11 +74,11 @@ TradeBook DayLimitedFiling::finish()
     TradeBook book;
     for (auto &[date, day] : m_dated) {
         if (!day.records.isEmpty())
-            book.fileDay(date, std::move(day.records));
+            book.fileDay(TradeDate::text(date), std::move(day.records));
     }
     for (auto it = m_otherDays.begin(); it != m_otherDays.end(); ++it) {
         if (!it->records.isEmpty())
-            book.fileDay(it.key(), std::move(it->records));
+            book.fileDay(TradeDate::text(it.key()), std::move(it->records));
     }
     m_dated.clear();
     m_otherDays.clear();

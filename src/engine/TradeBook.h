@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TradeDate.h"
 #include "TradeRecord.h"
 #include "script/StrategyConfig.h"
 
@@ -15,7 +16,7 @@ class TradeBook {
 public:
     using Entries = std::map<QString, QList<TradeRecord>>;
 
-    void file(const TradeRecord &record) { m_entries[record.buyDate].append(record); }
+    void file(const TradeRecord &record) { m_entries[TradeDate::text(record.buyDate)].append(record); }
     void fileDay(const QString &buyDate, QList<TradeRecord> records)
     {
         m_entries[buyDate] = std::move(records);
@@ -63,11 +64,11 @@ private:
         return m_descending ? a.volumeKey > b.volumeKey : a.volumeKey < b.volumeKey;
     }
 
-    Day &dayOf(const QString &buyDate);
+    Day &dayOf(int buyDate);
 
     qsizetype m_keep;
     bool m_descending;
     std::vector<int> m_slots; // TradeDate slot -> index in m_dated, or -1
-    std::vector<std::pair<QString, Day>> m_dated;
-    QHash<QString, Day> m_otherDays; // dates of other forms, pending buys among them
+    std::vector<std::pair<int, Day>> m_dated;
+    QHash<int, Day> m_otherDays; // dates of other forms, pending buys among them
 };

@@ -40,4 +40,20 @@ int slotOf(const Char *text, qsizetype size)
 inline int slotOf(std::string_view date) { return slotOf(date.data(), qsizetype(date.size())); }
 inline int slotOf(const QString &date) { return slotOf(date.constData(), date.size()); }
 
+// A trade's date as a number: the slot of a date of the usual form, or for
+// any other text (and the "next day" forms of pending trades) a number at or
+// above kSlots naming it in a table shared by all runs of the program; few
+// data sets add anything to it. Numbers never decide an order: texts do.
+constexpr int kNone = -1; // no date at all, which reads as an empty text
+
+// The number of a date as the K-line file has it (decoded as the dates of
+// files are when it is not ASCII).
+int idOf(std::string_view date);
+// The number of any text; an empty text is kNone.
+int idOfText(const QString &text);
+QString text(int id);
+
+// Writes a slot's "yyyy-MM-dd" into `out`; the end.
+char *writeSlot(char *out, int slot);
+
 } // namespace TradeDate

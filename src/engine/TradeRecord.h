@@ -1,5 +1,7 @@
 #pragma once
 
+#include "TradeDate.h"
+
 #include <QString>
 
 // Where a trade stands: held, how it was sold, or waiting for the next open.
@@ -13,16 +15,19 @@ QString statusText(TradeStatus status);
 enum class SummaryCount : quint8 { Left, Counted };
 
 // One simulated trade; while a position is open, also the position itself.
+// A whole market's trades are many: the dates are numbers (TradeDate) made
+// into texts only where they are shown or written, and the code is the
+// stock's own shared text.
 struct TradeRecord {
     QString code;
-    QString buyDate;
     double buyPrice = 100.0;
-    QString saleDate;
     double salePrice = 100.0;
-    TradeStatus status = TradeStatus::Holding;
-    int holdDays = 0;
     double volumeKey = 0.0;
+    int buyDate = TradeDate::kNone;
+    int saleDate = TradeDate::kNone;
+    int holdDays = 0;
     int buyIndex = 0;
+    TradeStatus status = TradeStatus::Holding;
     bool closed = false;
     SummaryCount summaryCount = SummaryCount::Left;
 };

@@ -37,7 +37,8 @@ std::vector<ReportTrade> reportTradesOf(const TradeBook &book)
     std::vector<ReportTrade> trades;
     for (const auto &[date, records] : book.entries()) {
         for (const TradeRecord &record : records) {
-            trades.push_back({record.code, record.buyDate, record.buyPrice, record.saleDate, record.salePrice,
+            trades.push_back({record.code, TradeDate::text(record.buyDate), record.buyPrice,
+                              TradeDate::text(record.saleDate), record.salePrice,
                               record.holdDays, exitOf(record.status), record.closed,
                               record.summaryCount == SummaryCount::Counted});
         }

@@ -16,8 +16,8 @@ TradeRecord trade(const char *code, const char *date, double volume, double buy 
 {
     TradeRecord r;
     r.code = QString::fromLatin1(code);
-    r.buyDate = QString::fromLatin1(date);
-    r.saleDate = QString::fromLatin1(date);
+    r.buyDate = TradeDate::idOfText(QString::fromLatin1(date));
+    r.saleDate = r.buyDate;
     r.volumeKey = volume;
     r.buyPrice = buy;
     r.salePrice = sale;

@@ -75,7 +75,7 @@ TEST(Report, JsonHasEveryKeyAndNullWhereAFigureHasNoValue)
     TradeBook book;
     TradeRecord pending;
     pending.code = QStringLiteral("600000");
-    pending.buyDate = QStringLiteral("2024-01-02下一日开盘买入");
+    pending.buyDate = TradeDate::idOfText(QStringLiteral("2024-01-02下一日开盘买入"));
     pending.status = TradeStatus::PendingBuy;
     book.file(pending);
     const std::vector<ReportTrade> trades = reportTradesOf(book);

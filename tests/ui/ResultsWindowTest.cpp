@@ -21,7 +21,7 @@ TradeRecord trade(const QString &code, const QString &buyDate, double buyPrice, 
 {
     TradeRecord record;
     record.code = code;
-    record.buyDate = record.saleDate = buyDate;
+    record.buyDate = record.saleDate = TradeDate::idOfText(buyDate);
     record.buyPrice = buyPrice;
     record.salePrice = salePrice;
     record.status = TradeStatus::SaleSignal;
