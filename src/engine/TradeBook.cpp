@@ -34,12 +34,11 @@ DayLimitedFiling::DayLimitedFiling(int maxCount, BuyOrder buyOrder)
 
 DayLimitedFiling::Day &DayLimitedFiling::dayOf(int buyDate)
 {
-    const int slot = buyDate;
-    if (slot < 0 || slot >= TradeDate::kSlots)
+    if (buyDate < 0 || buyDate >= TradeDate::kSlots)
         return m_otherDays[buyDate];
     if (m_slots.empty())
         m_slots.assign(TradeDate::kSlots, -1);
-    int &index = m_slots[size_t(slot)];
+    int &index = m_slots[size_t(buyDate)];
     if (index < 0) {
         index = int(m_dated.size());
         m_dated.emplace_back(buyDate, Day());
