@@ -5,6 +5,7 @@
 #include "OrvelTitle.h"
 #include "ReportPage.h"
 #include "StockListViewStrategy.h"
+#include "engine/TradeDate.h"
 #include "market/TextFile.h"
 
 #include <QHeaderView>
@@ -65,7 +66,7 @@ void StrategyViewWidget::onTradeChosen(const TradeRecord &trade)
     const StockSeries *series = m_stocks ? m_stocks->find(trade.code) : nullptr;
     if (!series)
         return;
-    const int index = indexOfDate(*series, trade.buyDate);
+    const int index = indexOfDate(*series, TradeDate::text(trade.buyDate));
     if (index >= 0)
         m_chart->showData(kChartDays, *series, index);
 }

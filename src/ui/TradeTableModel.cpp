@@ -1,5 +1,7 @@
 #include "TradeTableModel.h"
 
+#include "engine/TradeDate.h"
+
 #include <QBrush>
 
 void TradeTableModel::setTrades(std::vector<TradeRecord> trades)
@@ -28,9 +30,9 @@ QString TradeTableModel::text(const TradeRecord &trade, int column) const
 {
     switch (column) {
     case Code: return trade.code;
-    case BuyDate: return trade.buyDate;
+    case BuyDate: return TradeDate::text(trade.buyDate);
     case BuyPrice: return QString::number(trade.buyPrice, 'g');
-    case SaleDate: return trade.saleDate;
+    case SaleDate: return TradeDate::text(trade.saleDate);
     case SalePrice: return QString::number(trade.salePrice, 'g');
     case HoldDays: return QString::number(trade.holdDays);
     case Gain: return QString::number(gainOf(trade), 'f', 2);
