@@ -24,12 +24,6 @@ namespace {
 const QString kData = QStringLiteral(ORVEL_SHARED_DIR "/data/a-share-daily");
 const QString kQuiet = QStringLiteral("buy.close,0>value,100000");
 
-class BarCounter : public StockObserver {
-public:
-    void observeStock(int, const StockSeries &series) override { bars += series.size(); }
-    std::atomic<long long> bars{0};
-};
-
 struct Walk {
     double seconds = 0;
     long long bars = 0;
@@ -40,14 +34,14 @@ Walk walk(const QString &scriptText, const QString &outPath)
 {
     const auto start = std::chrono::steady_clock::now();
     BacktestRun run(QString(), scriptText, kData);
-    BarCounter counter;
-    run.setObserver(&counter);
+    std::atomic<long long> bars{0};
+    run.setObserver([&bars](int, const StockSeries &series) { bars += series.size(); });
     const TradeBook book = run.run();
     writeOutputCsv(outPath, book, TextEncoding::Gbk);
     const RunSummary summary = RunSummary::fromBook(book);
     benchmark::DoNotOptimize(summary.text());
     const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
-    return {took.count(), counter.bars.load(), summary.rows};
+    return {took.count(), bars.load(), summary.rows};
 }
 
 double median(std::vector<double> values)
