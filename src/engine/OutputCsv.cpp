@@ -5,6 +5,7 @@
 
 #include <array>
 #include <charconv>
+#include <utility>
 
 namespace {
 
@@ -52,7 +53,8 @@ public:
         m_bytes.append('\n');
     }
 
-    QByteArray take() { return std::move(m_bytes); }
+    qsizetype size() const { return m_bytes.size(); }
+    QByteArray take() { return std::exchange(m_bytes, QByteArray()); }
 
 private:
     void appendDate(int date)
@@ -114,5 +116,23 @@ QString outputCsvText(const TradeBook &book)
 
 QString writeOutputCsv(const QString &path, const TradeBook &book, TextEncoding encoding)
 {
-    return SafeFile::replace(path, outputCsvBytes(book, encoding), SymlinkRule::FollowToRegularFile);
+    // A megabyte at a time: a whole market's trades are never held twice, once as records and once as text.
+    constexpr qsizetype kPiece = 1 << 20;
+    CsvWriter writer(encoding);
+    auto day = book.entries().begin();
+    qsizetype next = 0; // the next row of `day`
+    const auto nextPiece = [&]() {
+        writer.reserve(kPiece / 64 + 4); // a row beyond the megabyte fits too
+        while (writer.size() < kPiece) {
+            while (day != book.entries().end() && next == day->second.size()) {
+                ++day;
+                next = 0;
+            }
+            if (day == book.entries().end())
+                break;
+            writer.appendRow(day->second[next++]);
+        }
+        return writer.take();
+    };
+    return SafeFile::replace(path, nextPiece, SymlinkRule::FollowToRegularFile);
 }

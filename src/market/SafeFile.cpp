@@ -6,6 +6,8 @@
 
 #include <sys/stat.h>
 
+#include <utility>
+
 namespace SafeFile {
 namespace {
 
@@ -60,6 +62,18 @@ QString refusal(const QString &path, SymlinkRule links)
 
 QString replace(const QString &path, const QByteArray &bytes, SymlinkRule links)
 {
+    bool given = false;
+    return replace(
+        path,
+        [&]() {
+            const bool first = !std::exchange(given, true);
+            return first ? bytes : QByteArray();
+        },
+        links);
+}
+
+QString replace(const QString &path, const std::function<QByteArray()> &nextPiece, SymlinkRule links)
+{
     QString refusalText;
     const QString target = writtenPath(path, links, refusalText);
     if (!refusalText.isEmpty())
@@ -67,10 +81,12 @@ QString replace(const QString &path, const QByteArray &bytes, SymlinkRule links)
     QSaveFile file(target);
     if (!file.open(QIODevice::WriteOnly))
         return file.errorString();
-    if (file.write(bytes) != bytes.size()) {
-        const QString reason = file.errorString();
-        file.cancelWriting();
-        return reason;
+    for (QByteArray piece = nextPiece(); !piece.isEmpty(); piece = nextPiece()) {
+        if (file.write(piece) != piece.size()) {
+            const QString reason = file.errorString();
+            file.cancelWriting();
+            return reason;
+        }
     }
     if (!file.commit())
         return file.errorString();

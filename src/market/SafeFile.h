@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
+
 // What a symbolic link at the path we replace may do.
 enum class SymlinkRule {
     // The user's own link to a regular file (an output file, "config.conf", an
@@ -24,5 +26,9 @@ QString refusal(const QString &path, SymlinkRule links);
 // Writes `bytes` to a temporary file beside the target and renames it over the
 // target, so a failure never leaves a half-written file. An error text, or empty.
 QString replace(const QString &path, const QByteArray &bytes, SymlinkRule links);
+
+// The same, written piece by piece as `nextPiece` gives them until it gives an
+// empty one, so a large file is never held whole in memory.
+QString replace(const QString &path, const std::function<QByteArray()> &nextPiece, SymlinkRule links);
 
 } // namespace SafeFile

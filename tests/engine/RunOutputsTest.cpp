@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
+#include <QTemporaryDir>
+
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -93,6 +96,24 @@ TEST(Csv, PricesInShortestPrintfFormAndNoHeader)
     EXPECT_EQ(outputCsvText(book), QStringLiteral("000001,2019-01-01,1.2e-05,2019-01-01,11,2,卖点\n"
                                                   "600000,2019-01-02,10.5,2019-01-02,1.23457e+06,2,卖点\n"));
     EXPECT_EQ(shortReal(8.090000152587891), QStringLiteral("8.09"));
+}
+
+// The file is written a piece at a time; the pieces must join into exactly the
+// bytes of the whole book, across days, an emptied day and a non-ASCII code.
+TEST(Csv, AFileOfManyPiecesHoldsTheSameBytesAsTheWholeBook)
+{
+    TradeBook kept;
+    kept.fileDay(QStringLiteral("2019-01-01"), {});
+    for (int i = 0; i < 40000; ++i)
+        kept.file(trade(i % 7 ? "600000" : "60000甲", i % 2 ? "2019-01-02" : "2020-03-04", i, 10 + i, 11));
+    const QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("output.csv"));
+    ASSERT_EQ(writeOutputCsv(path, kept, TextEncoding::Gbk), QString());
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray written = file.readAll();
+    EXPECT_GT(written.size(), 1 << 20);
+    EXPECT_EQ(written, outputCsvBytes(kept, TextEncoding::Gbk));
 }
 
 TEST(Csv, PricesPrintAsPrintfWouldOverEveryMagnitudeAndSpecialValue)
