@@ -80,7 +80,10 @@ TEST(DownloadCommand, FailedAndRefusedCodesExitWithFourAndLeaveEveryFileAsItWas)
 {
     LocalQuoteServer server;
     server.setReply(QStringLiteral("sh600001"), {404, "no such page"});
-    QTemporaryDir work;
+    // The working folder sits inside one of our own, so that "../x" would land where we look.
+    QTemporaryDir outer;
+    const QDir work(outer.filePath(QStringLiteral("work")));
+    QDir().mkpath(work.path());
     const QString data = work.filePath(QStringLiteral("data")); // the configured default
     QDir().mkpath(data);
     const QByteArray previous = "[[\"2023-12-29\",\"1\",\"1\",\"1\",\"1\",\"1\"]]";
@@ -97,7 +100,7 @@ TEST(DownloadCommand, FailedAndRefusedCodesExitWithFourAndLeaveEveryFileAsItWas)
     EXPECT_EQ(server.requests().size(), 1u);
     EXPECT_EQ(readTestFile(data + QStringLiteral("/600001")), previous);
     EXPECT_EQ(QDir(data).entryList(QDir::Files).size(), 1);
-    EXPECT_FALSE(QFile::exists(work.filePath(QStringLiteral("../x"))));
+    EXPECT_FALSE(QFile::exists(outer.filePath(QStringLiteral("x"))));
 }
 
 TEST(DownloadCommand, AnUnwritableDataDirectoryOrStockFileExitsWithFive)
