@@ -15,7 +15,6 @@
 namespace {
 
 constexpr std::uint64_t kSeed = SampleMarket::kDefaultSeed;
-constexpr std::string_view kPrefix = R"(kline_dayhfq={"code":0,"data":{"x":{"day":[)";
 
 // The bundled market's shape: what the run command and the tests below read.
 struct SmallMarket {
@@ -73,14 +72,6 @@ TEST(SampleMarketDeterminism, SameSeedSameBytesWhateverTheThreads)
     EXPECT_EQ(QDir(two.path()).entryList(QDir::Files | QDir::Hidden), files);
     for (const QString &name : files)
         EXPECT_EQ(readAll(one.filePath(name)), readAll(two.filePath(name))) << name.toStdString();
-
-    const SmallMarket market;
-    EXPECT_EQ(SampleMarket::stockText("600000", market.calendar, kSeed),
-              SampleMarket::stockText("600000", market.calendar, kSeed));
-    EXPECT_NE(SampleMarket::stockText("600000", market.calendar, kSeed),
-              SampleMarket::stockText("600000", market.calendar, kSeed + 1));
-    EXPECT_NE(SampleMarket::stockText("600000", market.calendar, kSeed),
-              SampleMarket::stockText("600001", market.calendar, kSeed));
 }
 
 // The bundled data/ directory must stay what the program writes by default,
@@ -94,24 +85,6 @@ TEST(SampleMarketDeterminism, BundledDataIsTheDefaultOutput)
     ASSERT_EQ(bundled.entryList(QDir::Files | QDir::Hidden), files);
     for (const QString &name : files)
         EXPECT_EQ(readAll(bundled.filePath(name)), readAll(fresh.filePath(name))) << name.toStdString();
-}
-
-TEST(SampleMarketText, IsOneLineOfQuotedBarsWithTwoDecimalPrices)
-{
-    const SmallMarket market;
-    const std::regex bar(R"re(\["\d{4}-\d\d-\d\d"(,"\d+\.\d\d"){4},"[1-9]\d*00"\])re");
-    for (const std::string &code : {market.codes.front(), market.codes.back()}) {
-        const std::string text = SampleMarket::stockText(code, market.calendar, kSeed);
-        ASSERT_TRUE(text.starts_with(kPrefix));
-        ASSERT_TRUE(text.ends_with("]]}}}\n"));
-        EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 1);
-        const std::string body = text.substr(kPrefix.size(), text.size() - kPrefix.size() - 5);
-        size_t bars = 0;
-        for (auto it = std::sregex_iterator(body.begin(), body.end(), bar); it != std::sregex_iterator();
-             ++it)
-            ++bars;
-        EXPECT_EQ(bars, size_t(std::count(body.begin(), body.end(), '[')));
-    }
 }
 
 // Every rule a trader relies on, over the whole bundled-size market: prices
@@ -160,33 +133,6 @@ TEST(SampleMarketSeries, ParseAndStayInsideTheDailyRules)
     EXPECT_GT(suspensions, 0);
     EXPECT_GT(limitUps, 50);
     EXPECT_GT(sealedLimitDays, 10);
-}
-
-TEST(SampleMarketSeries, VolumeRisesWithTheSizeOfTheMove)
-{
-    const SmallMarket market;
-    double quiet = 0, busy = 0;
-    int quietDays = 0, busyDays = 0;
-    for (const std::string &code : market.codes) {
-        StockSeries series;
-        parseKLineText(SampleMarket::stockText(code, market.calendar, kSeed), series);
-        for (int i = 1; i < series.size(); ++i) {
-            const Stock &day = series.bars[size_t(i)];
-            if (day.high == day.low)
-                continue; // sealed limit days trade thinly on purpose
-            const double move = std::abs(day.increase);
-            const double relative = day.volume / series.bars[size_t(i - 1)].volume;
-            if (move < 1) {
-                quiet += relative;
-                ++quietDays;
-            } else if (move > 5) {
-                busy += relative;
-                ++busyDays;
-            }
-        }
-    }
-    ASSERT_GT(busyDays, 0);
-    EXPECT_GT(busy / busyDays, 1.3 * quiet / quietDays);
 }
 
 TEST(SampleMarketErrors, AreReportedInsteadOfWritingHalfAMarket)
