@@ -12,6 +12,7 @@ CompileResult CompiledStrategy::compile(StrategyConfig config, const QString &te
     if (!dataDir.isEmpty())
         config.kDir = dataDir;
     strategy->m_config = std::move(config);
+    strategy->m_dmiPeriods = DmiPeriods::ofScript(text);
     result.strategy = std::move(strategy);
     return result;
 }

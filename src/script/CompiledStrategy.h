@@ -1,5 +1,6 @@
 #pragma once
 
+#include "DmiPeriods.h"
 #include "Script.h"
 #include "StrategyConfig.h"
 
@@ -26,10 +27,13 @@ public:
 
     const Script &script() const { return m_script; }
     const StrategyConfig &config() const { return m_config; }
+    // The periods of the script's first DMI term, for charts of its stocks.
+    const DmiPeriods &dmiPeriods() const { return m_dmiPeriods; }
 
 private:
     CompiledStrategy() = default;
 
     Script m_script;
     StrategyConfig m_config;
+    DmiPeriods m_dmiPeriods;
 };

@@ -1,46 +1,95 @@
 #pragma once
 
-#include "indicators/MaNIndicator.h"
-#include "market/Stock.h"
+#include "ChartIndicator.h"
+#include "ChartSeries.h"
+#include "engine/TradeRecord.h"
 
 #include <QWidget>
 
-#include <array>
+#include <memory>
+#include <vector>
 
+class ChartCrosshair;
+class ChartPanes;
+class QCPAxis;
+class QCPAxisRect;
 class QCPFinancial;
+class QCPRange;
 class QCPTextElement;
+class QComboBox;
 class QCustomPlot;
-class QMouseEvent;
+class TradeMarks;
 
-// One stock's daily candles from a chosen day on, with its 5-, 10- and
-// 20-day averages, on black. Rising days are red and falling days green, as
-// the market shows them.
+// One stock's whole daily history as candles on black, with its 5-, 10- and
+// 20-day averages, a volume pane and one indicator the user picks (MACD,
+// KDJ or DMI in a pane of its own, BOLL over the candles). The wheel zooms
+// and dragging moves along the days; the prices follow what is in view.
+// Rising days are red and falling days green, as the market shows them.
+//
+// Any window may show a stock in it. PageUp and PageDown ask the window
+// that owns the list of stocks for the previous or next one.
 class CandlestickView : public QWidget {
     Q_OBJECT
 public:
     explicit CandlestickView(QWidget *parent = nullptr);
+    ~CandlestickView() override;
 
-    // Shows up to `span` days of `stock` starting at record `index` (at the
-    // first record when `index` is past the end). A stock without records
-    // leaves the chart as it is.
-    void showData(int span, const StockSeries &stock, int index);
+    // A trade of `stock`: opened on 20 days before its buy day to 45 after,
+    // with ▲ at the buy, ▼ at the sale and the days held shaded. A buy still
+    // waiting ("待买入") shows the stock up to its last bar, the signal day
+    // marked. False, with the chart left as it was, when the trade's day is
+    // not among the stock's bars.
+    bool showTrade(const StockSeries &stock, const TradeRecord &trade);
+    // The stock up to its last bar.
+    void showStock(const StockSeries &stock);
 
-    QCustomPlot *plot() const { return m_plot; }
-    QCPFinancial *candles() const { return m_candles; }
+    // DMI's periods, those of the strategy's own DMI; applies from the next stock shown.
+    void setDmiPeriods(const DmiPeriods &periods) { m_dmi = periods; }
+    void setIndicator(ChartIndicator indicator);
+    ChartIndicator indicator() const { return m_indicator; }
+
+    // Writes the chart as a PNG picture; an error text in the user's words, or empty.
+    QString savePicture(const QString &path);
+
+    QString code() const { return m_series.code; }
     QString titleText() const;
+    // The crosshair's readout of the bar under the mouse; empty when the mouse is elsewhere.
+    QString readoutText() const;
+    QCustomPlot *plot() const { return m_plot; }
+    QCPFinancial *candles() const;
+    QCPAxis *timeAxis() const;
+    QCPAxis *priceAxis() const;
+    QCPAxisRect *volumePane() const;
+    QCPAxisRect *indicatorPane() const;
+    const TradeMarks &marks() const { return *m_marks; }
 
-public slots:
-    void onMouseClick(QMouseEvent *event);
+signals:
+    void previousStockRequested();
+    void nextStockRequested();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void setUpCandles();
-    void setUpAverages();
-    void setUpAxes();
-    void labelDays(const StockSeries &stock, int start, int count);
+    void setUpPlot();
+    void setUpInteractions();
+    void setUpPicker();
+    void load(ChartSeries series);
+    void showDays(int first, int last);
+    void setTitle(const QString &text);
+    void onTimeRangeChanged(const QCPRange &range);
+    void showContextMenu(const QPoint &position);
+    void askWhereToSave();
 
-    // 5, 10 and 20 days, matching the graphs "ma5", "ma10" and "ma20".
-    std::array<MaNIndicator, 3> m_averages{MaNIndicator(5), MaNIndicator(10), MaNIndicator(20)};
+    ChartSeries m_series;
+    DmiPeriods m_dmi;
+    ChartIndicator m_indicator = ChartIndicator::Macd;
+    QComboBox *m_picker = nullptr;
     QCustomPlot *m_plot = nullptr;
     QCPTextElement *m_title = nullptr;
-    QCPFinancial *m_candles = nullptr;
+    std::unique_ptr<ChartPanes> m_panes;
+    std::unique_ptr<TradeMarks> m_marks;
+    std::unique_ptr<ChartCrosshair> m_crosshair;
+    bool m_syncing = false;
 };

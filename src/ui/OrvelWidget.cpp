@@ -1,6 +1,7 @@
 #include "OrvelWidget.h"
 
 #include "Highlighter.h"
+#include "CandlestickView.h"
 #include "LoadedStocks.h"
 #include "OrvelStockMsgBox.h"
 #include "OrvelTitle.h"
@@ -149,6 +150,7 @@ void OrvelWidget::clickView()
     }
     const StrategyConfig &config = m_run->config();
     m_results->setStocks(std::make_unique<LoadedStocks>(m_run->files(), config.kLineSource()));
+    m_results->chart()->setDmiPeriods(m_run->strategy()->dmiPeriods());
     m_results->fill(m_book.rows());
     m_results->setReport(*m_report);
     m_results->setWindowTitle(m_runTitle);

@@ -5,29 +5,11 @@
 #include "OrvelTitle.h"
 #include "ReportPage.h"
 #include "StockListViewStrategy.h"
-#include "engine/TradeDate.h"
-#include "market/TextFile.h"
 
 #include <QHeaderView>
+#include <QSplitter>
 #include <QTabWidget>
 #include <QVBoxLayout>
-
-namespace {
-
-constexpr int kChartDays = 45;
-
-// Trades carry their dates as the engine decoded them, so a day is compared
-// in the same reading: dates that are not plain ASCII match too.
-int indexOfDate(const StockSeries &series, const QString &date)
-{
-    for (int i = 0; i < series.size(); ++i) {
-        if (TextFile::decodeDate(series.bars[size_t(i)].date) == date)
-            return i;
-    }
-    return -1;
-}
-
-} // namespace
 
 StrategyViewWidget::StrategyViewWidget(QWidget *parent)
     : QDialog(parent), m_chart(new CandlestickView(this)), m_table(new StockListViewStrategy(this)),
@@ -37,11 +19,15 @@ StrategyViewWidget::StrategyViewWidget(QWidget *parent)
     setWindowIcon(QIcon(QStringLiteral(":logo/orvel.png")));
     setSizeGripEnabled(true);
     auto *tabs = new QTabWidget(this);
-    auto *trades = new QWidget(tabs);
-    auto *layout = new QVBoxLayout(trades);
+    // The chart takes what the user gives it; the table keeps a few rows.
+    auto *trades = new QSplitter(Qt::Vertical, tabs);
+    trades->setChildrenCollapsible(false);
     m_chart->setMinimumHeight(180);
-    layout->addWidget(m_chart, 1);
-    layout->addWidget(m_table, 2);
+    m_table->setMinimumHeight(80);
+    trades->addWidget(m_chart);
+    trades->addWidget(m_table);
+    trades->setStretchFactor(0, 3);
+    trades->setStretchFactor(1, 1);
     tabs->addTab(trades, QStringLiteral("交易"));
     tabs->addTab(m_reportPage, QStringLiteral("统计"));
     (new QVBoxLayout(this))->addWidget(tabs);
@@ -49,7 +35,7 @@ StrategyViewWidget::StrategyViewWidget(QWidget *parent)
     int width = 0;
     for (int column = 0; column < m_table->horizontalHeader()->count(); ++column)
         width += m_table->columnWidth(column);
-    resize(width + 60, 520);
+    resize(std::max(width + 60, 760), 640);
     connect(m_table, &StockListViewStrategy::tradeChosen, this, &StrategyViewWidget::onTradeChosen);
 }
 
@@ -63,10 +49,6 @@ void StrategyViewWidget::setReport(const StrategyReport &report) { m_reportPage-
 
 void StrategyViewWidget::onTradeChosen(const TradeRecord &trade)
 {
-    const StockSeries *series = m_stocks ? m_stocks->find(trade.code) : nullptr;
-    if (!series)
-        return;
-    const int index = indexOfDate(*series, TradeDate::text(trade.buyDate));
-    if (index >= 0)
-        m_chart->showData(kChartDays, *series, index);
+    if (const StockSeries *series = m_stocks ? m_stocks->find(trade.code) : nullptr)
+        m_chart->showTrade(*series, trade);
 }

@@ -1,10 +1,11 @@
 // A user reads the results window: sorts the trades, and clicks a trade to
-// see its stock's candles from the buy day on.
+// see it on its stock's chart.
 #include "market/TextFile.h"
 #include "ui/CandlestickView.h"
 #include "ui/LoadedStocks.h"
 #include "ui/StockListViewStrategy.h"
 #include "ui/StrategyViewWidget.h"
+#include "ui/TradeMarks.h"
 
 #include <QAbstractItemModelTester>
 #include <QDir>
@@ -60,7 +61,7 @@ private slots:
     void tradesAppearInRunOrderWithTheirGain();
     void sortingByGainPriceOrDaysIsNumeric();
     void aWholeMarketOfTradesShowsAtOnceInAResizableWindow();
-    void clickingATradeShowsItsStockFromTheBuyDay();
+    void clickingATradeShowsItOnItsStocksChart();
     void aTradeWhoseStockOrDayIsUnknownLeavesTheChartAlone();
     void daysWrittenInChineseAreFoundAndNamed();
 
@@ -160,29 +161,27 @@ void ResultsWindowTest::aWholeMarketOfTradesShowsAtOnceInAResizableWindow()
     results->close();
 }
 
-void ResultsWindowTest::clickingATradeShowsItsStockFromTheBuyDay()
+void ResultsWindowTest::clickingATradeShowsItOnItsStocksChart()
 {
     StrategyViewWidget results;
     results.setStocks(stocksIn(m_files, m_dir));
     const int last = m_series.size() - 1;
-    results.fill({trade(m_series.code, dateOf(m_series.bars[60]), 10, 11),
-                  trade(m_series.code, dateOf(m_series.bars[size_t(last - 9)]), 10, 11)});
+    TradeRecord pending = trade(m_series.code, dateOf(m_series.bars[size_t(last)]) + "下一日开盘买入", 0, 0);
+    pending.status = TradeStatus::PendingBuy;
+    results.fill({trade(m_series.code, dateOf(m_series.bars[60]), 10, 11), pending});
     results.show();
     clickRow(results.table(), 0);
 
     CandlestickView *chart = results.chart();
-    QCOMPARE(chart->candles()->data()->size(), 45);
-    QCOMPARE(chart->candles()->data()->begin()->open, double(m_series.bars[60].open));
-    QVERIFY(chart->titleText().contains(m_series.code));
+    QCOMPARE(chart->candles()->data()->size(), m_series.size());
+    QCOMPARE(chart->marks().buy()->data()->begin()->key, 60 * kChartDay);
+    QVERIFY(chart->titleText().startsWith(m_series.code + ' ' + dateOf(m_series.bars[60])));
     QCOMPARE(chart->windowTitle(), chart->titleText());
-    // Each average starts once it has its days, counted from the buy day.
-    QCOMPARE(chart->plot()->graph(0)->data()->begin()->key, 5 * 86400.0);
-    QCOMPARE(chart->plot()->graph(2)->data()->size(), 45 - 19);
 
-    // Near the end of the stock there are fewer days to show; the arrow keys choose too.
+    // A buy still waiting shows the stock up to the day of its signal; the arrow keys choose too.
     QTest::keyClick(results.table(), Qt::Key_Down);
-    QCOMPARE(chart->candles()->data()->size(), 10);
-    QCOMPARE(chart->plot()->graph(2)->data()->size(), 0);
+    QCOMPARE(chart->marks().signal()->data()->begin()->key, last * kChartDay);
+    QVERIFY(chart->titleText().endsWith(QStringLiteral("待买入")));
 }
 
 void ResultsWindowTest::aTradeWhoseStockOrDayIsUnknownLeavesTheChartAlone()
@@ -198,7 +197,7 @@ void ResultsWindowTest::aTradeWhoseStockOrDayIsUnknownLeavesTheChartAlone()
     clickRow(results.table(), 1);
     clickRow(results.table(), 2);
     QCOMPARE(results.chart()->titleText(), title);
-    QCOMPARE(results.chart()->candles()->data()->begin()->open, double(m_series.bars[30].open));
+    QCOMPARE(results.chart()->marks().buy()->data()->begin()->key, 30 * kChartDay);
 }
 
 void ResultsWindowTest::daysWrittenInChineseAreFoundAndNamed()
@@ -216,8 +215,8 @@ void ResultsWindowTest::daysWrittenInChineseAreFoundAndNamed()
     results.fill({trade(QStringLiteral("600001"), QStringLiteral("2021年1月3日"), 3, 10)});
     results.show();
     clickRow(results.table(), 0);
-    QCOMPARE(results.chart()->candles()->data()->size(), 10);
-    QCOMPARE(results.chart()->candles()->data()->begin()->open, 3.0);
+    QCOMPARE(results.chart()->candles()->data()->size(), 12);
+    QCOMPARE(results.chart()->marks().buy()->data()->begin()->key, 2 * kChartDay);
     QVERIFY(results.chart()->titleText().contains(QStringLiteral("2021年1月3日")));
 }
 

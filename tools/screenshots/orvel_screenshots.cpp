@@ -1,7 +1,7 @@
 // Pictures of the desktop program for the README: the main window as it
 // opens, the summary box and the results window after the default script
-// has run on the bundled market, with the first trade's chart shown, and the
-// results window's 统计 page.
+// has run on the bundled market, with the first trade's chart shown, a
+// trade held for days on a larger chart, and the results window's 统计 page.
 //
 //   orvel-screenshots [--data DIR] [--out DIR]
 //
@@ -15,17 +15,20 @@
 #include "ui/ReportPage.h"
 #include "ui/StockListViewStrategy.h"
 #include "ui/StrategyViewWidget.h"
+#include "ui/TradeMarks.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QPointer>
 #include <QPushButton>
+#include <QSortFilterProxyModel>
 #include <QStyleFactory>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QTranslator>
+#include <qcustomplot.h>
 
 #include <cstdio>
 
@@ -91,10 +94,39 @@ private:
             table->selectRow(0);
         settle(300);
         m_ok = save(results, m_out.filePath(QStringLiteral("orvel-results.png"))) && m_ok;
+        photographChart(results);
         results->findChild<QTabWidget *>()->setCurrentWidget(results->reportPage());
         results->resize(results->width(), 900);
         settle(300);
         m_ok = save(results, m_out.filePath(QStringLiteral("orvel-report-page.png"))) && m_ok;
+    }
+
+    // A trade held for days, larger, with the crosshair on its buy day.
+    void photographChart(StrategyViewWidget *results)
+    {
+        StockListViewStrategy *table = results->table();
+        for (int row = 0; row < table->model()->rowCount(); ++row) {
+            const TradeRecord &trade =
+                table->trades()->trade(table->sorted()->mapToSource(table->sorted()->index(row, 0)).row());
+            if (trade.closed && trade.holdDays >= 3) {
+                table->selectRow(row);
+                break;
+            }
+        }
+        results->resize(960, 820);
+        settle(300);
+        CandlestickView *chart = results->chart();
+        const TradeMarks &marks = chart->marks();
+        if (!marks.buy()->data()->isEmpty()) {
+            const double key = marks.buy()->data()->begin()->key;
+            const QPointF at(chart->timeAxis()->coordToPixel(key),
+                             chart->priceAxis()->coordToPixel(marks.buy()->data()->begin()->value));
+            QMouseEvent move(QEvent::MouseMove, at, chart->plot()->mapToGlobal(at), Qt::NoButton,
+                             Qt::NoButton, Qt::NoModifier);
+            QApplication::sendEvent(chart->plot(), &move);
+        }
+        settle(200);
+        m_ok = save(chart, m_out.filePath(QStringLiteral("orvel-chart.png"))) && m_ok;
     }
 
     QDir m_out;
