@@ -15,6 +15,7 @@ QString price(float value) { return QString::number(value, 'f', 2); }
 ChartCrosshair::ChartCrosshair(QCustomPlot *plot, QCPAxisRect *candles, const QList<QCPAxisRect *> &panes)
     : m_plot(plot), m_candles(candles)
 {
+    plot->layer(QStringLiteral("overlay"))->setMode(QCPLayer::lmBuffered);
     m_days << addLine(candles, true);
     for (QCPAxisRect *pane : panes)
         m_days << addLine(pane, true);

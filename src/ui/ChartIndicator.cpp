@@ -6,6 +6,7 @@ const QColor kFirst(230, 230, 230);
 const QColor kSecond(Qt::yellow);
 const QColor kThird(230, 80, 230);
 const QColor kFourth(90, 200, 90);
+const QColor kMiddle(255, 150, 0); // not the yellow of the 5-day average it runs beside
 
 } // namespace
 
@@ -34,7 +35,7 @@ std::vector<ChartLine> chartIndicatorLines(ChartIndicator indicator, const DmiPe
                 {QStringLiteral("kdj.j,0"), kThird}};
     case ChartIndicator::Boll:
         return {{QStringLiteral("boll.upper,0"), kFirst},
-                {QStringLiteral("boll.mid,0"), kSecond},
+                {QStringLiteral("boll.mid,0"), kMiddle},
                 {QStringLiteral("boll.lower,0"), kThird}};
     case ChartIndicator::Dmi: {
         const QString periods = QStringLiteral(",%1,%2,0").arg(dmi.n).arg(dmi.m);
