@@ -62,6 +62,8 @@ public:
     QCPAxisRect *volumePane() const;
     QCPAxisRect *indicatorPane() const;
     const TradeMarks &marks() const { return *m_marks; }
+    // Room for about three months of candles and both panes, when shown as a window of its own.
+    QSize sizeHint() const override { return {900, 620}; }
 
 signals:
     void previousStockRequested();

@@ -28,6 +28,7 @@ StrategyViewWidget::StrategyViewWidget(QWidget *parent)
     trades->addWidget(m_table);
     trades->setStretchFactor(0, 3);
     trades->setStretchFactor(1, 1);
+    trades->setSizes({420, 180});
     tabs->addTab(trades, QStringLiteral("交易"));
     tabs->addTab(m_reportPage, QStringLiteral("统计"));
     (new QVBoxLayout(this))->addWidget(tabs);

@@ -101,14 +101,15 @@ private:
         m_ok = save(results, m_out.filePath(QStringLiteral("orvel-report-page.png"))) && m_ok;
     }
 
-    // A trade held for days, larger, with the crosshair on its buy day.
+    // A trade held for days, with the days before its signal in view, larger,
+    // with the crosshair on its buy day.
     void photographChart(StrategyViewWidget *results)
     {
         StockListViewStrategy *table = results->table();
         for (int row = 0; row < table->model()->rowCount(); ++row) {
             const TradeRecord &trade =
                 table->trades()->trade(table->sorted()->mapToSource(table->sorted()->index(row, 0)).row());
-            if (trade.closed && trade.holdDays >= 3) {
+            if (trade.closed && trade.holdDays >= 3 && trade.buyIndex >= 40) {
                 table->selectRow(row);
                 break;
             }
