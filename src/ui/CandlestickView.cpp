@@ -102,7 +102,10 @@ void CandlestickView::setUpInteractions()
 void CandlestickView::setIndicator(ChartIndicator indicator)
 {
     m_indicator = indicator;
-    m_picker->setCurrentIndex(m_picker->findData(int(indicator)));
+    {
+        const QSignalBlocker quiet(m_picker); // the pane is filled once, here
+        m_picker->setCurrentIndex(m_picker->findData(int(indicator)));
+    }
     m_panes->fillIndicator(m_indicator, m_dmi);
     m_panes->fitValues();
     m_plot->replot();
