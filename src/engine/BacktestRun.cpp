@@ -3,6 +3,7 @@
 #include "StockSimulator.h"
 #include "market/StockLoader.h"
 
+#include <algorithm>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -10,13 +11,14 @@
 namespace {
 
 // Hands out files to workers and reports progress in file order as soon as
-// every earlier file is done.
+// every earlier file is done. Each variant has its own book.
 class FileQueue {
 public:
-    FileQueue(const StockFileList &files, const BacktestRun::Progress &progress, DayLimitedFiling &book,
-              const std::atomic<bool> &cancelled)
-        : files(files), tradesByFile(size_t(files.size())), m_progress(progress), m_book(book),
-          m_cancelled(cancelled), m_done(size_t(files.size()), false)
+    FileQueue(const StockFileList &files, const BacktestRun::Progress &progress,
+              std::vector<DayLimitedFiling> &books, const std::atomic<bool> &cancelled)
+        : files(files), ruleEffects(books.size()),
+          tradesByFile(size_t(files.size()), std::vector<std::vector<TradeRecord>>(books.size())),
+          m_progress(progress), m_books(books), m_cancelled(cancelled), m_done(size_t(files.size()), false)
     {
     }
 
@@ -34,10 +36,12 @@ public:
         const std::lock_guard lock(m_mutex);
         m_done[size_t(index)] = true;
         while (m_reported < files.size() && m_done[size_t(m_reported)]) {
-            std::vector<TradeRecord> &trades = tradesByFile[size_t(m_reported)];
-            for (TradeRecord &trade : trades)
-                m_book.file(std::move(trade));
-            std::vector<TradeRecord>().swap(trades);
+            std::vector<std::vector<TradeRecord>> &byVariant = tradesByFile[size_t(m_reported)];
+            for (size_t variant = 0; variant < byVariant.size(); ++variant) {
+                for (TradeRecord &trade : byVariant[variant])
+                    m_books[variant].file(std::move(trade));
+            }
+            std::vector<std::vector<TradeRecord>>().swap(byVariant);
             // The share done before this file: the first reports 0, none 100.
             if (m_progress)
                 m_progress(int(qint64(m_reported) * 100 / files.size()), files[m_reported]);
@@ -45,20 +49,22 @@ public:
         }
     }
 
-    void addEffects(const RuleEffects &effects)
+    void addEffects(const std::vector<StockSimulator> &simulators)
     {
         const std::lock_guard lock(m_mutex);
-        ruleEffects += effects;
+        for (size_t variant = 0; variant < simulators.size(); ++variant)
+            ruleEffects[variant] += simulators[variant].ruleEffects();
     }
 
     const StockFileList &files;
-    RuleEffects ruleEffects;
-    // Filled by the workers, emptied into the book in file order.
-    std::vector<std::vector<TradeRecord>> tradesByFile;
+    std::vector<RuleEffects> ruleEffects;
+    // Filled by the workers, file by file and variant by variant, emptied
+    // into the books in file order.
+    std::vector<std::vector<std::vector<TradeRecord>>> tradesByFile;
 
 private:
     const BacktestRun::Progress &m_progress;
-    DayLimitedFiling &m_book;
+    std::vector<DayLimitedFiling> &m_books;
     const std::atomic<bool> &m_cancelled;
     std::atomic<int> m_next{0};
     std::mutex m_mutex;
@@ -66,26 +72,56 @@ private:
     int m_reported = 0;
 };
 
-// One worker: its own copy of the statements (they keep per-stock values),
-// its own indicator cache and buffers, reused from stock to stock.
-void work(const CompiledStrategy &strategy, const StrategyConfig &config, const BacktestRun::StockObserver &observer,
-          FileQueue &queue)
+// The variants sharing one set of statements, with a worker's own copy of them.
+struct SignalGroup {
+    Script script;
+    std::vector<size_t> variants;
+};
+
+std::vector<SignalGroup> signalGroupsOf(const std::vector<BacktestRun::Variant> &variants)
 {
-    Script script = strategy.script();
+    std::vector<SignalGroup> groups;
+    std::vector<int> ids;
+    for (size_t i = 0; i < variants.size(); ++i) {
+        const auto found = std::find(ids.begin(), ids.end(), variants[i].signalGroup);
+        if (found != ids.end()) {
+            groups[size_t(found - ids.begin())].variants.push_back(i);
+            continue;
+        }
+        ids.push_back(variants[i].signalGroup);
+        groups.push_back({variants[i].strategy->script(), {i}});
+    }
+    return groups;
+}
+
+// One worker: its own copies of the statements (they keep per-stock values),
+// its own indicator cache and buffers, reused from stock to stock. Each stock
+// is read once; each group's conditions are evaluated once for its variants.
+void work(const std::vector<BacktestRun::Variant> &variants, const std::vector<StrategyConfig> &settings,
+          const BacktestRun::StockObserver &observer, FileQueue &queue)
+{
+    std::vector<SignalGroup> groups = signalGroupsOf(variants);
     IndicatorCache indicators;
     StockLoader loader;
     StockSeries series;
-    StockSimulator simulator(config);
+    DaySignals conditions;
+    std::vector<StockSimulator> simulators(settings.begin(), settings.end());
+    const KLineSource source = settings.front().kLineSource();
     for (int index = queue.take(); index >= 0; index = queue.take()) {
-        if (loader.load(queue.files[index], config.kLineSource(), series)) {
+        if (loader.load(queue.files[index], source, series)) {
             if (observer)
                 observer(index, series);
-            script.bind(series.view(), indicators);
-            simulator.simulateStock(series, script, queue.tradesByFile[size_t(index)]);
+            std::vector<std::vector<TradeRecord>> &trades = queue.tradesByFile[size_t(index)];
+            for (SignalGroup &group : groups) {
+                group.script.bind(series.view(), indicators);
+                conditions.evaluate(group.script, series.size());
+                for (const size_t variant : group.variants)
+                    simulators[variant].simulateStock(series, conditions, trades[variant]);
+            }
         }
         queue.finish(index);
     }
-    queue.addEffects(simulator.ruleEffects());
+    queue.addEffects(simulators);
 }
 
 } // namespace
@@ -102,6 +138,15 @@ BacktestRun::BacktestRun(const QString &configText, const QString &scriptText, c
         return;
     }
     m_strategy = std::move(compiled.strategy);
+    m_variants.push_back({m_strategy, 0});
+    m_files = m_strategy->config().kLineSource().list();
+    if (m_files.isEmpty())
+        m_problem = Problem::NoData;
+}
+
+BacktestRun::BacktestRun(std::vector<Variant> variants) : m_variants(std::move(variants))
+{
+    m_strategy = m_variants.front().strategy;
     m_files = m_strategy->config().kLineSource().list();
     if (m_files.isEmpty())
         m_problem = Problem::NoData;
@@ -131,21 +176,30 @@ QString BacktestRun::problemText() const
 
 int BacktestRun::defaultJobs() { return int(std::max(1u, std::thread::hardware_concurrency())); }
 
-TradeBook BacktestRun::run()
+TradeBook BacktestRun::run() { return std::move(runAll().front()); }
+
+std::vector<TradeBook> BacktestRun::runAll()
 {
-    StrategyConfig settings = config();
-    if (m_rules)
-        settings.rules = *m_rules;
-    DayLimitedFiling book(settings.maxCount, settings.buyOrder);
-    FileQueue queue(m_files, m_progress, book, m_cancelled);
+    std::vector<StrategyConfig> settings;
+    std::vector<DayLimitedFiling> books;
+    for (const Variant &variant : m_variants) {
+        settings.push_back(variant.strategy->config());
+        if (m_rules)
+            settings.back().rules = *m_rules;
+        books.emplace_back(settings.back().maxCount, settings.back().buyOrder);
+    }
+    FileQueue queue(m_files, m_progress, books, m_cancelled);
     const int workers = std::clamp(m_jobs, 1, std::max(1, int(m_files.size())));
     std::vector<std::thread> threads;
     for (int i = 1; i < workers; ++i)
-        threads.emplace_back(work, std::cref(*m_strategy), std::cref(settings), std::cref(m_observer),
+        threads.emplace_back(work, std::cref(m_variants), std::cref(settings), std::cref(m_observer),
                              std::ref(queue));
-    work(*m_strategy, settings, m_observer, queue);
+    work(m_variants, settings, m_observer, queue);
     for (std::thread &thread : threads)
         thread.join();
-    m_effects = queue.ruleEffects;
-    return book.finish();
+    m_effects = queue.ruleEffects.front();
+    std::vector<TradeBook> finished;
+    for (DayLimitedFiling &book : books)
+        finished.push_back(book.finish());
+    return finished;
 }

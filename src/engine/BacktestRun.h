@@ -30,9 +30,21 @@ public:
     // several at once, each call with its own file index, in any order.
     using StockObserver = std::function<void(int fileIndex, const StockSeries &series)>;
 
+    // One strategy of a run over several. Variants with the same
+    // `signalGroup` have the same statements: their conditions are evaluated
+    // once per stock for all of them, and only the trade settings differ.
+    struct Variant {
+        std::shared_ptr<const CompiledStrategy> strategy;
+        int signalGroup = 0;
+    };
+
     // `configText` holds configuration lines ("config.conf"'s text); a
     // non-empty `dataDir` replaces the configured K-line directory.
     BacktestRun(const QString &configText, const QString &scriptText, const QString &dataDir = {});
+    // Several compiled strategies over one reading of the market: every file
+    // is read once and each strategy walks its bars. All read the data
+    // settings of the first, which also answers config() and strategy().
+    explicit BacktestRun(std::vector<Variant> variants);
     BacktestRun(const BacktestRun &) = delete;
     BacktestRun &operator=(const BacktestRun &) = delete;
 
@@ -59,7 +71,9 @@ public:
     // The trades with the per-day buy limit applied; only when problem() is
     // None. A cancelled run gives the trades of the stocks finished in order.
     TradeBook run();
-    // What the real-account rules changed in the last run().
+    // Every variant's trades, in the order the variants were given.
+    std::vector<TradeBook> runAll();
+    // What the real-account rules changed in the last run() (for the first variant).
     const RuleEffects &ruleEffects() const { return m_effects; }
 
     // The number of worker threads when the user names none.
@@ -69,6 +83,7 @@ private:
     Problem m_problem = Problem::None;
     int m_errorLine = 0;
     std::shared_ptr<const CompiledStrategy> m_strategy;
+    std::vector<Variant> m_variants;
     StockFileList m_files;
     int m_jobs = defaultJobs();
     Progress m_progress;

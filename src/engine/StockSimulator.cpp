@@ -19,6 +19,14 @@ StockSimulator::StockSimulator(const StrategyConfig &config)
 void StockSimulator::simulateStock(const StockSeries &series, const Script &script,
                                    std::vector<TradeRecord> &trades)
 {
+    DaySignals conditions;
+    conditions.evaluate(script, series.size());
+    simulateStock(series, conditions, trades);
+}
+
+void StockSimulator::simulateStock(const StockSeries &series, const DaySignals &conditions,
+                                   std::vector<TradeRecord> &trades)
+{
     m_bars = series.view();
     m_trades = &trades;
     m_position = TradeRecord();
@@ -27,8 +35,8 @@ void StockSimulator::simulateStock(const StockSeries &series, const Script &scri
         m_limit.emplace(m_rules, series.code);
     // Earlier days only feed the indicators.
     for (long long i = 5; i < series.size();) {
-        const bool buySignal = script.isBuy(int(i));
-        const bool saleSignal = script.isSale(int(i));
+        const bool buySignal = conditions.isBuy(int(i));
+        const bool saleSignal = conditions.isSale(int(i));
         i += (long long)stepDay(series.code, int(i), buySignal, saleSignal) + 1;
     }
     m_trades = nullptr;
@@ -53,7 +61,7 @@ int StockSimulator::stepDay(const QString &code, int index, bool buySignal, bool
 
 int StockSimulator::stepHolding(int index, bool saleSignal)
 {
-    // A sale refused at limit-down goes through on the next bar, whatever the signals.
+    // A sale refused at limit-down goes through on the next bar, whatever the conditions.
     if (m_carriedSale)
         return sell(index, *m_carriedSale);
     const bool heldSinceToday = m_rules.t1 && index == m_position.buyIndex;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "DaySignals.h"
 #include "PriceLimit.h"
 #include "RuleEffects.h"
 #include "TradeRecord.h"
@@ -18,6 +19,8 @@ public:
 
     // The script must already be bound to `series`. Appends to `trades`.
     void simulateStock(const StockSeries &series, const Script &script, std::vector<TradeRecord> &trades);
+    // The same walk over conditions already evaluated for `series`.
+    void simulateStock(const StockSeries &series, const DaySignals &conditions, std::vector<TradeRecord> &trades);
 
     // One visited day; returns how many following days to skip.
     int stepDay(const QString &code, int index, bool buySignal, bool saleSignal);
