@@ -1,13 +1,14 @@
 #include "BacktestReport.h"
 #include "CliOutput.h"
 #include "Commands.h"
+#include "ScriptInput.h"
 #include "engine/BacktestRun.h"
 #include "engine/OutputCsv.h"
 #include "engine/RunSummary.h"
 #include "market/TextFile.h"
+#include "script/ScriptPlaceholders.h"
 
 #include <QCommandLineParser>
-#include <QFileInfo>
 
 namespace {
 
@@ -89,22 +90,15 @@ QString summaryLines(const TradeBook &book, const StrategyConfig &config, const 
 // Runs like the workbench's run button; the exit code.
 int run(const BacktestOptions &options)
 {
-    // A folder or a FIFO would read as an empty configuration, or never end.
-    const QFileInfo configFile(options.config);
-    if (!options.config.isEmpty() && (!configFile.isFile() || !configFile.isReadable())) {
-        CliOutput::err(
-            QStringLiteral("无法读取配置文件 / cannot read configuration: %1\n").arg(options.config));
+    const std::optional<ScriptInput> input = ScriptInput::read(options.script, options.config);
+    if (!input)
         return Commands::UsageError;
-    }
-    // An empty script is read and then fails to compile on its one empty line.
-    const std::optional<QString> text = TextFile::readText(options.script);
-    if (!text) {
-        CliOutput::err(QStringLiteral("无法读取脚本 / cannot read script: %1\n").arg(options.script));
-        return Commands::UsageError;
-    }
-    const QString configText = StrategyConfig::configFileText(
-        options.config.isEmpty() ? QStringLiteral("config.conf") : options.config);
-    BacktestRun run(configText, *text, options.data);
+    // The script runs as written; a placeholder left in it is most likely a
+    // sweep's script run by mistake.
+    const QString leftover = ScriptPlaceholders::leftoverWarning(input->scriptText);
+    if (!leftover.isEmpty())
+        CliOutput::err(QStringLiteral("警告: %1 (orvel-cli sweep --vary)\n").arg(leftover));
+    BacktestRun run(input->configText, input->scriptText, options.data);
     if (run.problem() != BacktestRun::Problem::None) {
         CliOutput::err(run.problemTitle() + QStringLiteral(": ") + run.problemText() + QLatin1Char('\n'));
         return run.problem() == BacktestRun::Problem::NoData ? Commands::NoData : Commands::CompileError;

@@ -23,6 +23,8 @@ int eval(const QStringList &arguments);
 int download(const QStringList &arguments);
 int check(const QStringList &arguments);
 int convert(const QStringList &arguments);
+int sweep(const QStringList &arguments);
+int sweepMerge(const QStringList &arguments);
 
 // Prints why the options were refused (or the help text asked for) and
 // returns the exit code that goes with it.

@@ -21,6 +21,10 @@ const char kUsage[] = "用法 / usage:\n"
                       " [--period day|week|month] [--host URL]\n"
                       "  orvel-cli check [DIR]\n"
                       "  orvel-cli convert --from tdx|csv SRC --data DIR [--stocks only|all]\n"
+                      "  orvel-cli sweep SCRIPT --vary NAME=FROM:TO[:STEP]|NAME=a,b,c... [--data DIR]"
+                      " [--config FILE] [--jobs N] [--sort KEY] [--top K] [--out FILE] [--shard I/N]"
+                      " [--force]\n"
+                      "  orvel-cli sweep-merge FILE... [--out FILE] [--sort KEY] [--top K]\n"
                       "Run a command with --help for its options.\n";
 
 // The report's charts are drawn with widgets, off screen; nothing else
@@ -66,6 +70,10 @@ int main(int argc, char *argv[])
         return Commands::check(arguments);
     if (command == QLatin1String("convert"))
         return Commands::convert(arguments);
+    if (command == QLatin1String("sweep"))
+        return Commands::sweep(arguments);
+    if (command == QLatin1String("sweep-merge"))
+        return Commands::sweepMerge(arguments);
     CliOutput::err(QString::fromUtf8(kUsage));
     return command == QLatin1String("--help") || command == QLatin1String("-h") ? Commands::Ok
                                                                                 : Commands::UsageError;
