@@ -3,55 +3,18 @@
 // all cores. Compare with `cat` reading the same files from the page cache.
 // The market is generated once into ORVEL_BENCH_MARKET (default: a folder
 // beside the build) and reused by later runs.
-#include "SampleMarket.h"
+#include "BenchMarket.h"
 #include "engine/BacktestRun.h"
 #include "market/TextFile.h"
 #include "script/Script.h"
 
 #include <benchmark/benchmark.h>
 
-#include <QDir>
-#include <QFile>
-
-#include <cstdlib>
 #include <sys/resource.h>
 
 namespace {
 
-constexpr int kStocks = 5000;
-constexpr int kDays = 4000;
-
-std::string catCommand(const QString &dir)
-{
-    return "find '" + dir.toStdString() + "' -type f -exec cat {} + > /dev/null";
-}
-
-// The market, generated when missing and read once so that every benchmark
-// starts from the page cache.
-QString marketDir()
-{
-    static const QString prepared = [] {
-        const char *custom = std::getenv("ORVEL_BENCH_MARKET");
-        const QString dir = custom ? QString::fromLocal8Bit(custom) : QStringLiteral(ORVEL_BENCH_MARKET);
-        const QString stamp = dir + QStringLiteral("/.complete");
-        if (!QFile::exists(stamp)) {
-            SampleMarket::Options options;
-            options.stocks = kStocks;
-            options.days = kDays;
-            options.start = QDate(2005, 1, 4);
-            const std::string error = SampleMarket::writeMarket(dir.toStdString(), options);
-            if (!error.empty()) {
-                std::fprintf(stderr, "cannot generate the market: %s\n", error.c_str());
-                std::exit(1);
-            }
-            QFile(stamp).open(QIODevice::WriteOnly);
-        }
-        if (std::system(catCommand(dir).c_str()) != 0)
-            std::fprintf(stderr, "cannot read the market in %s\n", qPrintable(dir));
-        return dir;
-    }();
-    return prepared;
-}
+using namespace BenchMarket;
 
 const QString kAllIndicators = QStringLiteral(
     "buy.close,0>ma,20,0\nbuy.ema,12,0>ema,26,0|macd.bar,0>value,0\nbuy.vol,0>volma,5,-1\n"
