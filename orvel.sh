@@ -6,7 +6,7 @@ set -euo pipefail
 cd "$(dirname "$0")"
 
 PACKAGES=(cmake g++ make pkg-config python3 qt6-base-dev qt6-translations-l10n libqcustomplot-dev
-          libgtest-dev libbenchmark-dev fonts-wqy-microhei xvfb xauth)
+          libgtest-dev libbenchmark-dev fonts-wqy-microhei xvfb xauth python3-distributed)
 BUILD_DIR=${ORVEL_BUILD_DIR:-build}
 
 install_missing() {
