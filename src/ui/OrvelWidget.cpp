@@ -12,6 +12,7 @@
 #include "indicators/KPatternTable.h"
 #include "market/TextFile.h"
 #include "script/MetaEvalutor.h"
+#include "script/ScriptPlaceholders.h"
 
 #include <QFontDatabase>
 #include <QGridLayout>
@@ -99,6 +100,12 @@ void OrvelWidget::clickButton()
     if (m_watcher.isRunning())
         return;
     m_progress->hide();
+    // Run as written, `ma,$n,0` would quietly read as period 0.
+    const QString leftover = ScriptPlaceholders::leftoverWarning(m_edit->toPlainText());
+    if (!leftover.isEmpty()) {
+        showMessage(QStringLiteral("警告"), leftover + QStringLiteral("\n请用 参数优化 为它们取值后运行"));
+        return;
+    }
     // Each run starts from the configuration file, as the command line's does:
     // a script's `config.` lines hold for that run alone.
     auto run = std::make_shared<BacktestRun>(StrategyConfig::configFileText(), m_edit->toPlainText());

@@ -87,6 +87,7 @@ private slots:
     void aScriptErrorNamesItsLine();
     void aMissingDataDirectoryIsReported();
     void aScriptWithoutBuyStatementIsRefused();
+    void aScriptWithPlaceholdersIsSentToTheSearch();
 
 private:
     // Presses "执行" with `script` in the editor and collects what is shown:
@@ -244,6 +245,19 @@ void RunTest::aScriptWithoutBuyStatementIsRefused()
     press(window, QStringLiteral("config.trade.max.count,2\n#只有配置"), false, seen);
     QCOMPARE(seen.boxes, QStringList(QStringLiteral("预编译出错|脚本缺少买点")));
     QVERIFY(child<QPushButton>(window, "runButton")->isEnabled());
+}
+
+void RunTest::aScriptWithPlaceholdersIsSentToTheSearch()
+{
+    OrvelAnalyst window;
+    RunSeen seen;
+    press(window, QStringLiteral("# $note\nbuy.close,0>ma,$n,0\nconfig.trade.max.hold.day,$hold"), false, seen);
+    QCOMPARE(seen.boxes.size(), 1);
+    QVERIFY(seen.boxes[0].startsWith(QStringLiteral("警告|")));
+    QVERIFY(seen.boxes[0].contains(QStringLiteral("$n, $hold")));
+    QVERIFY(!seen.boxes[0].contains(QStringLiteral("$note")));
+    QVERIFY(seen.boxes[0].contains(QStringLiteral("参数优化")));
+    QVERIFY(child<QProgressBar>(window, "progressBar")->isHidden());
 }
 
 QTEST_MAIN(RunTest)
