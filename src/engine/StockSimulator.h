@@ -20,7 +20,8 @@ public:
     // The script must already be bound to `series`. Appends to `trades`.
     void simulateStock(const StockSeries &series, const Script &script, std::vector<TradeRecord> &trades);
     // The same walk over conditions already evaluated for `series`.
-    void simulateStock(const StockSeries &series, const DaySignals &conditions, std::vector<TradeRecord> &trades);
+    void simulateStock(const StockSeries &series, const DaySignals &conditions,
+                       std::vector<TradeRecord> &trades);
 
     // One visited day; returns how many following days to skip.
     int stepDay(const QString &code, int index, bool buySignal, bool saleSignal);
