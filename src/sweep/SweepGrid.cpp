@@ -125,6 +125,14 @@ qint64 SweepGrid::size() const
     return product;
 }
 
+QStringList SweepGrid::axisValues(int axis) const
+{
+    QStringList values;
+    for (qint64 i = 0; i < m_axes[size_t(axis)].count; ++i)
+        values << m_axes[size_t(axis)].valueAt(i);
+    return values;
+}
+
 QStringList SweepGrid::valuesAt(qint64 index) const
 {
     QStringList values;

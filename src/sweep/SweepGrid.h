@@ -17,6 +17,8 @@ public:
     QStringList names() const;
     // The number of combinations; saturates far above anything runnable.
     qint64 size() const;
+    // Every value of one name, in the order tried.
+    QStringList axisValues(int axis) const;
     // The values of one combination, in the order of names().
     QStringList valuesAt(qint64 index) const;
 

@@ -6,6 +6,7 @@
 #include "OrvelStockMsgBox.h"
 #include "OrvelTitle.h"
 #include "StrategyViewWidget.h"
+#include "SweepDialog.h"
 #include "engine/BacktestRun.h"
 #include "engine/OutputCsv.h"
 #include "engine/RunSummary.h"
@@ -34,11 +35,15 @@ OrvelWidget::OrvelWidget(QWidget *parent)
     m_button->setObjectName(QStringLiteral("runButton"));
     m_viewButton->setObjectName(QStringLiteral("viewButton"));
 
-    m_layout->addWidget(m_edit, 0, 0, 1, 3);
-    m_layout->addWidget(m_progress, 1, 0, 1, 3);
+    m_layout->addWidget(m_edit, 0, 0, 1, 4);
+    m_layout->addWidget(m_progress, 1, 0, 1, 4);
     m_layout->addItem(new QSpacerItem(217, 20, QSizePolicy::Expanding, QSizePolicy::Minimum), 2, 0);
     m_layout->addWidget(m_button, 2, 1);
     m_layout->addWidget(m_viewButton, 2, 2);
+    auto *sweepButton = new QPushButton(QStringLiteral("参数优化"), this);
+    sweepButton->setObjectName(QStringLiteral("sweepButton"));
+    m_layout->addWidget(sweepButton, 2, 3);
+    connect(sweepButton, &QPushButton::clicked, this, &OrvelWidget::clickSweep);
 
     setUpEditor();
     m_progress->setValue(0);
@@ -136,6 +141,15 @@ void OrvelWidget::clickButton()
         *report = computeReport(reportTradesOf(book), market, run->config().report);
         promise.addResult(std::move(book));
     }));
+}
+
+// The search runs beside the workbench; a row chosen there becomes the editor's script.
+void OrvelWidget::clickSweep()
+{
+    auto *dialog = new SweepDialog(m_edit->toPlainText(), this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &SweepDialog::scriptChosen, m_edit, &QTextEdit::setPlainText);
+    dialog->show();
 }
 
 StrategyViewWidget *OrvelWidget::results() const { return m_results; }

@@ -42,6 +42,8 @@ public:
 public slots:
     void clickButton();
     void clickView();
+    // "参数优化": the search over the editor script's placeholders.
+    void clickSweep();
     void onUpdateStock(int percent);
     void onUpdateFinished();
 

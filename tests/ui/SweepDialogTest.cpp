@@ -1,0 +1,122 @@
+#include "ui/SweepDialog.h"
+#include "WidgetTestSupport.h"
+#include "ui/OrvelWidget.h"
+
+#include <QAbstractItemModelTester>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTextEdit>
+
+#include <qcustomplot.h>
+
+namespace {
+
+const QString kScript = QStringLiteral("config.source.k.dir," ORVEL_SOURCE_DIR "/data\n"
+                                       "# $note stays\n"
+                                       "config.trade.max.hold.day,$hold\n"
+                                       "buy.close,-1<ma,$n,-1\n"
+                                       "buy.close,0>ma,$n,0\n"
+                                       "sale.close,0<ma,10,0");
+
+void fill(SweepDialog &dialog, const QString &n, const QString &hold)
+{
+    dialog.findChild<QLineEdit *>(QStringLiteral("range_n"))->setText(n);
+    dialog.findChild<QLineEdit *>(QStringLiteral("range_hold"))->setText(hold);
+}
+
+QString status(const SweepDialog &dialog)
+{
+    QString texts;
+    for (const QLabel *label : dialog.findChildren<QLabel *>())
+        texts += label->text() + QLatin1Char('\n');
+    return texts;
+}
+
+} // namespace
+
+class SweepDialogTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(QDir::setCurrent(m_workDir.path())); }
+    void aSearchFillsTheTableAndTheHeatMap();
+    void aRowDoubleClickedBecomesTheEditorsScript();
+    void badRangesAreNamedAndACancelledSearchShowsNothing();
+
+private:
+    QTemporaryDir m_workDir;
+};
+
+void SweepDialogTest::aSearchFillsTheTableAndTheHeatMap()
+{
+    SweepDialog dialog(kScript);
+    dialog.show();
+    QVERIFY(!dialog.findChild<QLineEdit *>(QStringLiteral("range_note")));
+    fill(dialog, QStringLiteral("4:8:2"), QStringLiteral("2,5,9"));
+    QAbstractItemModelTester tester(dialog.table()->model());
+    pressButton(&dialog, QStringLiteral("开始"));
+    QTRY_COMPARE_WITH_TIMEOUT(dialog.table()->model()->rowCount(), 9, 60000);
+
+    // Sorting reads numbers: 10 ranks above 9 however the texts would order.
+    const QAbstractItemModel *model = dialog.table()->model();
+    const int trades = 2;
+    dialog.table()->sortByColumn(trades, Qt::DescendingOrder);
+    for (int row = 1; row < model->rowCount(); ++row)
+        QVERIFY(model->index(row - 1, trades).data().toInt() >= model->index(row, trades).data().toInt());
+
+    auto *map = qobject_cast<QCPColorMap *>(dialog.heatMap()->plottable(0));
+    QVERIFY(map);
+    QCOMPARE(map->data()->keySize(), 3);
+    QCOMPARE(map->data()->valueSize(), 3);
+    // The cell of n=6, hold=5 holds that row's total return.
+    for (int row = 0; row < model->rowCount(); ++row) {
+        if (model->index(row, 0).data() == "6" && model->index(row, 1).data() == "5")
+            QCOMPARE(map->data()->cell(1, 1), model->index(row, 6).data().toString().toDouble());
+    }
+}
+
+void SweepDialogTest::aRowDoubleClickedBecomesTheEditorsScript()
+{
+    OrvelWidget workbench;
+    workbench.editor()->setPlainText(kScript);
+    workbench.show();
+    QTest::mouseClick(workbench.findChild<QPushButton *>(QStringLiteral("sweepButton")), Qt::LeftButton);
+    auto *dialog = workbench.findChild<SweepDialog *>();
+    QVERIFY(dialog);
+    fill(*dialog, QStringLiteral("5"), QStringLiteral("3,4"));
+    pressButton(dialog, QStringLiteral("开始"));
+    QTRY_COMPARE_WITH_TIMEOUT(dialog->table()->model()->rowCount(), 2, 60000);
+    // Sorted with hold=4 first: the row shown first is the second combination.
+    QTableView *table = dialog->table();
+    table->sortByColumn(1, Qt::DescendingOrder);
+    const QModelIndex first = table->model()->index(0, 0);
+    table->scrollTo(first);
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, table->visualRect(first).center());
+    QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, table->visualRect(first).center());
+    const QString expected = QString(kScript)
+                                 .replace(QStringLiteral("day,$hold"), QStringLiteral("day,4"))
+                                 .replace(QStringLiteral("ma,$n"), QStringLiteral("ma,5"));
+    QCOMPARE(workbench.editor()->toPlainText(), expected);
+}
+
+void SweepDialogTest::badRangesAreNamedAndACancelledSearchShowsNothing()
+{
+    SweepDialog dialog(kScript);
+    dialog.show();
+    fill(dialog, QStringLiteral("8:4"), QStringLiteral("2"));
+    pressButton(&dialog, QStringLiteral("开始"));
+    QVERIFY(status(dialog).contains(QStringLiteral("FROM is above TO")));
+
+    fill(dialog, QStringLiteral("2:60"), QStringLiteral("1:20"));
+    pressButton(&dialog, QStringLiteral("开始"));
+    pressButton(&dialog, QStringLiteral("取消"));
+    QTRY_VERIFY_WITH_TIMEOUT(status(dialog).contains(QStringLiteral("已取消")), 60000);
+    QCOMPARE(dialog.table()->model()->rowCount(), 0);
+}
+
+QTEST_MAIN(SweepDialogTest)
+#include "SweepDialogTest.moc"
