@@ -115,22 +115,25 @@ int run(const BacktestOptions &options)
     const QString writeError = writeOutputCsv(options.out, book, options.encoding);
     if (!writeError.isEmpty())
         CliOutput::err(QStringLiteral("无法写入 / cannot write %1: %2\n").arg(options.out, writeError));
+    // Kept apart: the comparison's second run has effects of its own.
+    const RuleEffects effects = run.ruleEffects();
     if (options.compareRules) {
         // The same script as a real account could trade it; only its summary is shown.
         StrategyConfig real = config;
         real.rules = config.rules.withEveryRule();
         run.setRules(real.rules);
         run.setObserver({});
-        const RuleEffects effects = run.ruleEffects();
         const TradeBook realBook = run.run();
         CliOutput::out(QStringLiteral("按脚本:\n") + summaryLines(book, config, effects) +
                        QStringLiteral("按实盘规则:\n") + summaryLines(realBook, real, run.ruleEffects()));
     } else {
-        CliOutput::out(summaryLines(book, config, run.ruleEffects()));
+        CliOutput::out(summaryLines(book, config, effects));
     }
     if (!writeError.isEmpty())
         return Commands::Unwritable;
-    if (!options.report.isEmpty() && !report.write(options.report, book, run.config().report))
+    const std::optional<RuleEffects> reportedEffects =
+        config.rules.any() ? std::optional(effects) : std::nullopt;
+    if (!options.report.isEmpty() && !report.write(options.report, book, config.report, reportedEffects))
         return Commands::Unwritable;
     return Commands::Ok;
 }

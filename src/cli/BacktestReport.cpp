@@ -17,9 +17,11 @@ BacktestRun::StockObserver BacktestReport::observer()
     };
 }
 
-bool BacktestReport::write(const QString &dir, const TradeBook &book, const ReportSettings &settings)
+bool BacktestReport::write(const QString &dir, const TradeBook &book, const ReportSettings &settings,
+                           const std::optional<RuleEffects> &rules)
 {
-    const StrategyReport report = computeReport(reportTradesOf(book), m_market, settings);
+    StrategyReport report = computeReport(reportTradesOf(book), m_market, settings);
+    report.rules = rules;
     ReportCharts charts;
 #ifdef ORVEL_REPORT_CHARTS
     if (qobject_cast<QApplication *>(QCoreApplication::instance()))

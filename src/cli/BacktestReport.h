@@ -10,9 +10,11 @@ class BacktestReport {
 public:
     BacktestRun::StockObserver observer();
 
-    // Writes "report.json", "equity.csv" and "report.html" into `dir`; false
+    // Writes "report.json", "equity.csv" and "report.html" into `dir`, with
+    // what the real-account rules changed when the run followed any; false
     // after saying why not.
-    bool write(const QString &dir, const TradeBook &book, const ReportSettings &settings);
+    bool write(const QString &dir, const TradeBook &book, const ReportSettings &settings,
+               const std::optional<RuleEffects> &rules);
 
 private:
     ReportMarket m_market;

@@ -170,6 +170,18 @@ QString exitTable(const StrategyReport &r)
                  rows);
 }
 
+QString rulesTable(const RuleEffects &e)
+{
+    QString rows;
+    const std::pair<QString, int> lines[] = {{QStringLiteral("T+1 推迟卖出"), e.t1Delayed},
+                                             {QStringLiteral("涨停未买入"), e.limitUpNotBought},
+                                             {QStringLiteral("跌停未卖出"), e.limitDownNotSold},
+                                             {QStringLiteral("盘中止损"), e.stopIntraday}};
+    for (const auto &[name, count] : lines)
+        rows += QStringLiteral("<tr>") + cell(name) + cell(QString::number(count)) + QStringLiteral("</tr>");
+    return table(headRow({QStringLiteral("实盘规则"), QStringLiteral("笔数")}), rows);
+}
+
 QString histogramTable(const StrategyReport &r)
 {
     QString rows;
@@ -226,6 +238,8 @@ QString reportHtml(const StrategyReport &r, const ReportCharts &charts)
     body += section(QStringLiteral("年度收益")) + yearTable(r);
     body += section(QStringLiteral("月度收益")) + monthTable(r);
     body += section(QStringLiteral("卖出类型")) + exitTable(r);
+    if (r.rules)
+        body += section(QStringLiteral("实盘规则影响")) + rulesTable(*r.rules);
     body += section(QStringLiteral("收益分布"));
     body += charts.histogram.isEmpty() ? histogramTable(r)
                                        : picture(charts.histogram, QStringLiteral("收益分布"));

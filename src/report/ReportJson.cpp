@@ -102,17 +102,22 @@ QByteArray reportJson(const StrategyReport &r)
                                  {"drawdown", json(d.drawdown)},
                                  {"market", json(d.market)}});
     const MarketFigures &m = r.market;
-    const QJsonObject root{{"trades", tradesJson(r.trades)},
-                           {"byExit", byExit},
-                           {"byYear", byYear},
-                           {"histogram", histogram},
-                           {"account", accountJson(r.account)},
-                           {"market", QJsonObject{{"totalReturn", json(m.totalReturn)},
-                                                  {"annualReturn", json(m.annualReturn)},
-                                                  {"maxDrawdown", json(m.maxDrawdown)},
-                                                  {"excessReturn", json(m.excessReturn)}}},
-                           {"monthly", monthly},
-                           {"daily", daily}};
+    QJsonObject root{{"trades", tradesJson(r.trades)},
+                     {"byExit", byExit},
+                     {"byYear", byYear},
+                     {"histogram", histogram},
+                     {"account", accountJson(r.account)},
+                     {"market", QJsonObject{{"totalReturn", json(m.totalReturn)},
+                                            {"annualReturn", json(m.annualReturn)},
+                                            {"maxDrawdown", json(m.maxDrawdown)},
+                                            {"excessReturn", json(m.excessReturn)}}},
+                     {"monthly", monthly},
+                     {"daily", daily}};
+    if (r.rules)
+        root.insert("rules", QJsonObject{{"t1Delayed", r.rules->t1Delayed},
+                                         {"limitUpNotBought", r.rules->limitUpNotBought},
+                                         {"limitDownNotSold", r.rules->limitDownNotSold},
+                                         {"stopIntraday", r.rules->stopIntraday}});
     return QJsonDocument(root).toJson(QJsonDocument::Indented);
 }
 

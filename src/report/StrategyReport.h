@@ -2,6 +2,7 @@
 
 #include "ReportMarket.h"
 #include "ReportTrade.h"
+#include "engine/RuleEffects.h"
 #include "script/ReportSettings.h"
 
 #include <QString>
@@ -86,6 +87,9 @@ struct StrategyReport {
     MarketFigures market;
     std::vector<MonthFigures> monthly;
     std::vector<DailyFigures> daily;
+    // What the real-account rules changed; only for a run that followed any,
+    // so a report of a run without them stays as it was.
+    std::optional<RuleEffects> rules;
 };
 
 // The whole report of a run: its trades in book order and the closes of the

@@ -139,6 +139,8 @@ void OrvelWidget::clickButton()
         TradeBook book = run->run();
         // Built here, off the interface thread, so the window never waits for it.
         *report = computeReport(reportTradesOf(book), market, run->config().report);
+        if (run->config().rules.any())
+            report->rules = run->ruleEffects();
         promise.addResult(std::move(book));
     }));
 }

@@ -43,6 +43,40 @@ TEST(ReportCommand, WritesTheReportAndLeavesTheRunAsItWas)
     EXPECT_TRUE(
         plain.out.startsWith(QStringLiteral("买卖次数:%1\n").arg(json["trades"]["summaryCount"].toInt())));
     EXPECT_GT(json["daily"].toArray().size(), 0);
+    // Without a real-account rule the report says nothing of them.
+    EXPECT_FALSE(json.contains("rules"));
+    EXPECT_FALSE(readTestFile(dir.filePath("one/report.html")).contains("实盘规则影响"));
+}
+
+// The report is of the run as written, also when --compare-rules runs the
+// script a second time with every rule on.
+TEST(ReportCommand, TellsWhatTheScriptsOwnRulesChanged)
+{
+    QTemporaryDir dir;
+    const QString script = dir.filePath("rules.script");
+    ASSERT_TRUE(writeTestFile(script, readTestFile(kDefaultScript) +
+                                          "\nconfig.trade.t1,yes\nconfig.trade.stop.intraday,yes"));
+    const CliRun run = runCli({"backtest", script, "--data", kSampleData, "--out", dir.filePath("out.csv"),
+                               "--compare-rules", "--report", dir.filePath("report")},
+                              dir.path());
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    const QString asWritten = run.out.section(QLatin1Char('\n'), 5, 5);
+    ASSERT_TRUE(asWritten.startsWith(QStringLiteral("规则影响:"))) << run.out.toStdString();
+
+    const QJsonObject rules = QJsonDocument::fromJson(readTestFile(dir.filePath("report/report.json")))
+                                  .object()["rules"]
+                                  .toObject();
+    EXPECT_EQ(asWritten, QStringLiteral("规则影响: T+1 推迟卖出 %1 笔, 涨停未买入 %2 笔, 跌停未卖出 %3 笔, "
+                                        "盘中止损 %4 笔")
+                             .arg(rules["t1Delayed"].toInt(-1))
+                             .arg(rules["limitUpNotBought"].toInt(-1))
+                             .arg(rules["limitDownNotSold"].toInt(-1))
+                             .arg(rules["stopIntraday"].toInt(-1)));
+    EXPECT_GT(rules["t1Delayed"].toInt(), 0);
+    EXPECT_GT(rules["stopIntraday"].toInt(), 0);
+    const QString html = QString::fromUtf8(readTestFile(dir.filePath("report/report.html")));
+    EXPECT_TRUE(html.contains(QStringLiteral("实盘规则影响")));
+    EXPECT_TRUE(html.contains(QStringLiteral(">盘中止损</td>")));
 }
 
 TEST(ReportCommand, AReportThatCannotBeWrittenExitsWithFive)
