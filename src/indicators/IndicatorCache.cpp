@@ -24,8 +24,23 @@ const IndicatorCache::Results &IndicatorCache::results(const QString &key, Stock
     return entry->results;
 }
 
+std::shared_ptr<const IndicatorLine> IndicatorCache::line(const QString &key, const LineFiller &fill)
+{
+    LineEntry &entry = m_lines[key];
+    if (!entry.line)
+        entry.line = std::make_shared<IndicatorLine>();
+    const std::shared_ptr<IndicatorLine> line = entry.line;
+    if (!entry.filled) {
+        entry.filled = true;
+        fill(*line); // may use results(), never line(): `entry` stays where it is
+    }
+    return line;
+}
+
 void IndicatorCache::clear()
 {
     for (Entry &entry : m_entries)
+        entry.filled = false;
+    for (LineEntry &entry : m_lines)
         entry.filled = false;
 }

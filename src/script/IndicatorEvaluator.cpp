@@ -7,7 +7,12 @@
 void IndicatorEvaluator::bind(StockBars bars, IndicatorCache &cache)
 {
     MetaEvalutor::bind(bars, cache);
-    computeLine(bars, cache, m_line, m_defined);
+    if (m_lineKey.isEmpty())
+        m_lineKey = cacheKey() + QLatin1Char('#') + QString::number(lineIndex());
+    m_shared = cache.line(m_lineKey,
+                          [&](IndicatorLine &line) { computeLine(bars, cache, line.values, line.defined); });
+    m_values = m_shared->values.data();
+    m_defined = m_shared->defined.data();
 }
 
 void IndicatorEvaluator::computeLine(StockBars bars, IndicatorCache &cache, std::vector<float> &line,
@@ -29,7 +34,7 @@ int IndicatorEvaluator::value(int dayIndex, EvalValue &out) const
     if (i < 0 || !m_defined[size_t(i)])
         return -1;
     out.kind = EvalValue::Number;
-    out.number = m_line[size_t(i)];
+    out.number = m_values[size_t(i)];
     return 1;
 }
 

@@ -8,12 +8,17 @@
 
 // Common ground of the terms backed by a streaming indicator: bind runs the
 // indicator once over the stock and keeps the chosen line per bar, so a day's
-// value is a lookup.
+// value is a lookup. Terms bound with one cache that read the same line share
+// it, so repeating a term costs no memory per bar.
 struct IndicatorEvaluator : MetaEvalutor {
     void bind(StockBars bars, IndicatorCache &cache) override;
     int value(int dayIndex, EvalValue &out) const override;
 
 protected:
+    // Which of the indicator's lines the term reads; terms alike in key and
+    // line read the same values.
+    virtual int lineIndex() const { return 0; }
+
     // The term's line and where it is defined, one entry per bar; by default
     // the indicator the cache holds under cacheKey() is fed bar by bar.
     virtual void computeLine(StockBars bars, IndicatorCache &cache, std::vector<float> &line,
@@ -27,8 +32,10 @@ protected:
     virtual float lineOf(const IndicatorValue &result) const { return result.value1; }
 
 private:
-    std::vector<float> m_line;
-    std::vector<unsigned char> m_defined;
+    QString m_lineKey; // made on the first bind; copies keep it
+    std::shared_ptr<const IndicatorLine> m_shared;
+    const float *m_values = nullptr;
+    const unsigned char *m_defined = nullptr;
 };
 
 // "name,period,offset" terms over one average.

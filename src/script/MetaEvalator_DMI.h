@@ -16,6 +16,7 @@ struct MetaEvalator_DMI : IndicatorEvaluator {
 protected:
     QString cacheKey() const override { return QStringLiteral("dmi,%1,%2").arg(m_n).arg(m_m); }
     std::unique_ptr<StockIndicator> makeIndicator() const override;
+    int lineIndex() const override { return m_line; }
     float lineOf(const IndicatorValue &r) const override;
 
 private:

@@ -8,6 +8,7 @@ struct NamedLineEvaluator : IndicatorEvaluator {
     bool parse(const QString &text) override;
 
 protected:
+    int lineIndex() const override { return m_line; }
     float lineOf(const IndicatorValue &r) const override
     {
         return m_line == 0 ? r.value1 : m_line == 1 ? r.value2 : r.value3;

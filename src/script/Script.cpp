@@ -4,6 +4,7 @@ void Script::clear()
 {
     m_buy.clear();
     m_sale.clear();
+    m_statementLines.clear();
 }
 
 int Script::parseStatementLine(const QString &line)
@@ -21,10 +22,13 @@ int Script::parseStatementLine(const QString &line)
     } else {
         return -1;
     }
-    StatementObjectNode statement;
-    if (!statement.parse(body))
-        return -1;
-    list->push_back(std::move(statement));
+    if (!m_statementLines.contains(line)) {
+        StatementObjectNode statement;
+        if (!statement.parse(body))
+            return -1;
+        list->push_back(std::move(statement));
+        m_statementLines.insert(line);
+    }
     return m_buy.empty() ? -2 : 1;
 }
 

@@ -4,6 +4,8 @@
 #include "StrategyConfig.h"
 #include "indicators/IndicatorCache.h"
 
+#include <QSet>
+
 #include <vector>
 
 // The compiled strategy: buy statements (all must hold) and sale statements
@@ -27,6 +29,9 @@ public:
 private:
     std::vector<StatementObjectNode> m_buy;
     std::vector<StatementObjectNode> m_sale;
+    // The statement lines taken so far: a repeated one changes nothing (all
+    // buy statements must hold, any sale statement suffices), so it is kept once.
+    QSet<QString> m_statementLines;
 };
 
 // Compiles `text` into `script`, applying its `config.` lines to `config`.
