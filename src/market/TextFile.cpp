@@ -104,7 +104,10 @@ QString decode(const QByteArray &bytes)
         // A lead byte cut off at the very end would be held back for bytes that
         // never come; a line feed behind it (never a trail byte) makes it
         // replaced like any other invalid byte.
-        QStringDecoder gb18030("GB18030", flags);
+        // Opening the converter costs far more than the few bytes of a date or
+        // a number it mostly reads, so each thread keeps one; being stateless,
+        // it starts afresh on every call.
+        thread_local QStringDecoder gb18030("GB18030", flags);
         text = gb18030(bytes + '\n');
         text.chop(1);
     }

@@ -5,9 +5,11 @@
 // "boll.upper", "boll.mid", "boll.lower": the bands mid ± 2σ of BOLL(20).
 struct MetaEvalator_BOLL : NamedLineEvaluator {
     std::unique_ptr<MetaEvalutor> clone() const override { return cloneTerm(*this); }
-    static QStringList nameList()
+    static const QStringList &nameList()
     {
-        return QStringLiteral("boll.upper|boll.mid|boll.lower").split(QLatin1Char('|'));
+        static const QStringList names =
+            QStringLiteral("boll.upper|boll.mid|boll.lower").split(QLatin1Char('|'));
+        return names;
     }
     QStringList names() const override { return nameList(); }
 

@@ -6,9 +6,11 @@
 // N steps of direction sums, M values of ADX averaging.
 struct MetaEvalator_DMI : IndicatorEvaluator {
     std::unique_ptr<MetaEvalutor> clone() const override { return cloneTerm(*this); }
-    static QStringList nameList()
+    static const QStringList &nameList()
     {
-        return QStringLiteral("dmi.pdi|dmi.mdi|dmi.adx|dmi.adxr").split(QLatin1Char('|'));
+        static const QStringList names =
+            QStringLiteral("dmi.pdi|dmi.mdi|dmi.adx|dmi.adxr").split(QLatin1Char('|'));
+        return names;
     }
     QStringList names() const override { return nameList(); }
     bool parse(const QString &text) override;

@@ -5,9 +5,11 @@
 // "macd.bar", "macd.diff", "macd.dea" of MACD(12, 26, 9).
 struct MetaEvalator_MACD : NamedLineEvaluator {
     std::unique_ptr<MetaEvalutor> clone() const override { return cloneTerm(*this); }
-    static QStringList nameList()
+    static const QStringList &nameList()
     {
-        return QStringLiteral("macd.bar|macd.diff|macd.dea").split(QLatin1Char('|'));
+        static const QStringList names =
+            QStringLiteral("macd.bar|macd.diff|macd.dea").split(QLatin1Char('|'));
+        return names;
     }
     QStringList names() const override { return nameList(); }
 

@@ -1,8 +1,10 @@
 #include "MetaEvalator_OHLC.h"
 
-QStringList MetaEvalator_OHLC::nameList()
+const QStringList &MetaEvalator_OHLC::nameList()
 {
-    return QStringLiteral("open|high|low|close|increase|swing|vol").split(QLatin1Char('|'));
+    static const QStringList names =
+        QStringLiteral("open|high|low|close|increase|swing|vol").split(QLatin1Char('|'));
+    return names;
 }
 
 bool MetaEvalator_OHLC::parse(const QString &text)

@@ -6,7 +6,7 @@
 // percentages "increase" (against the previous close) and "swing".
 struct MetaEvalator_OHLC : MetaEvalutor {
     std::unique_ptr<MetaEvalutor> clone() const override { return cloneTerm(*this); }
-    static QStringList nameList();
+    static const QStringList &nameList();
     QStringList names() const override { return nameList(); }
     bool parse(const QString &text) override;
     int value(int dayIndex, EvalValue &out) const override;

@@ -16,10 +16,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     int line = 0;
     if (compileScript(script, config, text, line) != 1)
         return 0;
-    StockSeries series;
-    parseKLineText("[[a,1,2,3,0.5,10],[b,2,1,3,1,0],[c,0,0,0,0,0],[d,5,6,7,4,100],[e,6,5,7,5,9],"
-                   "[f,5,5,5,5,5],[g,4,8,9,3,1],[h,8,8.8,8.8,8,2]]",
-                   series);
+    // The same days for every input, parsed once: the script is what varies.
+    static const StockSeries series = [] {
+        StockSeries parsed;
+        parseKLineText("[[a,1,2,3,0.5,10],[b,2,1,3,1,0],[c,0,0,0,0,0],[d,5,6,7,4,100],[e,6,5,7,5,9],"
+                       "[f,5,5,5,5,5],[g,4,8,9,3,1],[h,8,8.8,8.8,8,2]]",
+                       parsed);
+        return parsed;
+    }();
     IndicatorCache cache;
     script.bind(series.view(), cache);
     for (int day = -2; day < series.size() + 2; ++day) {

@@ -12,6 +12,16 @@ TEST(TextFiles, Utf8IsRecognisedAndEverythingElseIsGbk)
     EXPECT_EQ(TextFile::encode(chinese, TextEncoding::Gbk), QByteArray("\xC2\xF2\xC8\xEB\xCC\xF5\xBC\xFE"));
 }
 
+// The GB18030 converter is kept between texts: a text that ends on a lead
+// byte must not leave it waiting for the next one.
+TEST(TextFiles, EveryGbkTextIsDecodedAfresh)
+{
+    const QByteArray chinese("\xd6\xd0\xce\xc4");
+    EXPECT_EQ(TextFile::decode(chinese), QStringLiteral("中文"));
+    EXPECT_EQ(TextFile::decode(QByteArray("\xff\x81")), QStringLiteral("\uFFFD\uFFFD"));
+    EXPECT_EQ(TextFile::decode(chinese), QStringLiteral("中文"));
+}
+
 TEST(TextFiles, AnUnreadableFileLogsAndReadsEmpty)
 {
     LogCapture log;
