@@ -19,6 +19,7 @@ enum ExitCode {
 };
 
 int backtest(const QStringList &arguments);
+int screen(const QStringList &arguments);
 int eval(const QStringList &arguments);
 int download(const QStringList &arguments);
 int check(const QStringList &arguments);

@@ -16,6 +16,7 @@ namespace {
 const char kUsage[] = "用法 / usage:\n"
                       "  orvel-cli backtest SCRIPT [--data DIR] [--out FILE] [--config FILE] [--jobs N]"
                       " [--encoding gbk|utf-8] [--report DIR]\n"
+                      "  orvel-cli screen SCRIPT [--data DIR] [--config FILE] [--date YYYY-MM-DD]\n"
                       "  orvel-cli eval KLINEFILE TERM [TERM...]\n"
                       "  orvel-cli download CODE... [--codes-file FILE] [--data DIR] [--adjust hfq|qfq|bfq]"
                       " [--period day|week|month] [--host URL]\n"
@@ -62,6 +63,8 @@ int main(int argc, char *argv[])
     const QString command = arguments.size() > 1 ? arguments.takeAt(1) : QString();
     if (command == QLatin1String("backtest"))
         return Commands::backtest(arguments);
+    if (command == QLatin1String("screen"))
+        return Commands::screen(arguments);
     if (command == QLatin1String("eval"))
         return Commands::eval(arguments);
     if (command == QLatin1String("download"))

@@ -1,10 +1,12 @@
 #include "BacktestRun.h"
 
 #include "StockSimulator.h"
+#include "TodayPicks.h"
 #include "market/StockLoader.h"
 
 #include <algorithm>
 #include <mutex>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -94,11 +96,33 @@ std::vector<SignalGroup> signalGroupsOf(const std::vector<BacktestRun::Variant> 
     return groups;
 }
 
+// A series cut down to six days or fewer is skipped, as the loader skips such a file.
+constexpr int kFewestDays = 6;
+
+// What a walk does besides simulating every variant.
+struct WalkOptions {
+    std::string lastDate; // empty: the whole series
+    bool simulate = true;
+    TodayPicks *picks = nullptr; // the first variant's, when asked for
+};
+
+// Drops the days after `lastDate`, so that nothing computed on the series can
+// see them. False when too few days remain to walk.
+bool cutAfter(StockSeries &series, const std::string &lastDate)
+{
+    if (lastDate.empty())
+        return true;
+    const auto later = std::find_if(series.bars.begin(), series.bars.end(),
+                                    [&lastDate](const Stock &bar) { return bar.date > lastDate; });
+    series.bars.erase(later, series.bars.end());
+    return series.size() > kFewestDays;
+}
+
 // One worker: its own copies of the statements (they keep per-stock values),
 // its own indicator cache and buffers, reused from stock to stock. Each stock
 // is read once; each group's conditions are evaluated once for its variants.
 void work(const std::vector<BacktestRun::Variant> &variants, const std::vector<StrategyConfig> &settings,
-          const BacktestRun::StockObserver &observer, FileQueue &queue)
+          const BacktestRun::StockObserver &observer, const WalkOptions &options, FileQueue &queue)
 {
     std::vector<SignalGroup> groups = signalGroupsOf(variants);
     IndicatorCache indicators;
@@ -108,12 +132,17 @@ void work(const std::vector<BacktestRun::Variant> &variants, const std::vector<S
     std::vector<StockSimulator> simulators(settings.begin(), settings.end());
     const KLineSource source = settings.front().kLineSource();
     for (int index = queue.take(); index >= 0; index = queue.take()) {
-        if (loader.load(queue.files[index], source, series)) {
+        if (loader.load(queue.files[index], source, series) && cutAfter(series, options.lastDate)) {
             if (observer)
                 observer(index, series);
             std::vector<std::vector<TradeRecord>> &trades = queue.tradesByFile[size_t(index)];
             for (SignalGroup &group : groups) {
                 group.script.bind(series.view(), indicators);
+                // Asked while this group's indicators are the cache's.
+                if (options.picks && &group == &groups.front())
+                    options.picks->addStock(index, series, group.script.isBuy(series.size() - 1));
+                if (!options.simulate)
+                    continue;
                 conditions.evaluate(group.script, series.size());
                 for (const size_t variant : group.variants)
                     simulators[variant].simulateStock(series, conditions, trades[variant]);
@@ -178,7 +207,18 @@ int BacktestRun::defaultJobs() { return int(std::max(1u, std::thread::hardware_c
 
 TradeBook BacktestRun::run() { return std::move(runAll().front()); }
 
-std::vector<TradeBook> BacktestRun::runAll()
+std::vector<TradeBook> BacktestRun::runAll() { return walk(true); }
+
+std::vector<StockPick> BacktestRun::screen()
+{
+    const bool picking = m_picking;
+    m_picking = true;
+    walk(false);
+    m_picking = picking;
+    return m_picks;
+}
+
+std::vector<TradeBook> BacktestRun::walk(bool simulate)
 {
     std::vector<StrategyConfig> settings;
     std::vector<DayLimitedFiling> books;
@@ -188,16 +228,21 @@ std::vector<TradeBook> BacktestRun::runAll()
             settings.back().rules = *m_rules;
         books.emplace_back(settings.back().maxCount, settings.back().buyOrder);
     }
+    std::optional<TodayPicks> picks;
+    if (m_picking)
+        picks.emplace(int(m_files.size()));
+    const WalkOptions options{m_lastDate.toStdString(), simulate, picks ? &*picks : nullptr};
     FileQueue queue(m_files, m_progress, books, m_cancelled);
     const int workers = std::clamp(m_jobs, 1, std::max(1, int(m_files.size())));
     std::vector<std::thread> threads;
     for (int i = 1; i < workers; ++i)
         threads.emplace_back(work, std::cref(m_variants), std::cref(settings), std::cref(m_observer),
-                             std::ref(queue));
-    work(m_variants, settings, m_observer, queue);
+                             std::cref(options), std::ref(queue));
+    work(m_variants, settings, m_observer, options, queue);
     for (std::thread &thread : threads)
         thread.join();
     m_effects = queue.ruleEffects.front();
+    m_picks = picks ? picks->picks(settings.front().buyOrder) : std::vector<StockPick>();
     std::vector<TradeBook> finished;
     for (DayLimitedFiling &book : books)
         finished.push_back(book.finish());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "RuleEffects.h"
+#include "TodayPicks.h"
 #include "TradeBook.h"
 #include "market/Stock.h"
 #include "market/StockFileList.h"
@@ -17,6 +18,7 @@
 // trades in file order, so the book is the same for any number of threads.
 // To look at each stock's bars as it is walked, setObserver(); to go on from
 // the trades, take run()'s book (nothing is kept or read twice for either).
+// screen() walks the same way for the stocks that signal a buy on the latest day.
 class BacktestRun {
 public:
     enum class Problem { None, CompileError, NoBuyStatement, NoData };
@@ -64,6 +66,12 @@ public:
     // Runs under these real-account rules instead of the script's own.
     void setRules(const TradeRules &rules) { m_rules = rules; }
 
+    // Every series is cut after this "yyyy-MM-dd" date before anything reads
+    // it, as if the data ended there.
+    void setLastDate(const QString &date) { m_lastDate = date; }
+    // run() also names today's picks (picks()), those of the first variant.
+    void setPicking(bool picking) { m_picking = picking; }
+
     // From any thread: no further stock is started.
     void cancel() { m_cancelled = true; }
     bool isCancelled() const { return m_cancelled; }
@@ -73,6 +81,10 @@ public:
     TradeBook run();
     // Every variant's trades, in the order the variants were given.
     std::vector<TradeBook> runAll();
+    // The picks of the last run() that was asked for them (setPicking).
+    const std::vector<StockPick> &picks() const { return m_picks; }
+    // Today's picks alone: the same walk without simulating any trade.
+    std::vector<StockPick> screen();
     // What the real-account rules changed in the last run() (for the first variant).
     const RuleEffects &ruleEffects() const { return m_effects; }
 
@@ -80,6 +92,8 @@ public:
     static int defaultJobs();
 
 private:
+    std::vector<TradeBook> walk(bool simulate);
+
     Problem m_problem = Problem::None;
     int m_errorLine = 0;
     std::shared_ptr<const CompiledStrategy> m_strategy;
@@ -89,6 +103,9 @@ private:
     Progress m_progress;
     StockObserver m_observer;
     std::optional<TradeRules> m_rules;
+    QString m_lastDate;
+    bool m_picking = false;
+    std::vector<StockPick> m_picks;
     RuleEffects m_effects;
     std::atomic<bool> m_cancelled{false};
 };
