@@ -3,12 +3,14 @@
 #include "DownloadDialog.h"
 #include "HelpPages.h"
 #include "ImportDialog.h"
+#include "MarketBrowser.h"
 #include "OrvelAboutDlg.h"
 #include "OrvelTitle.h"
 #include "OrvelWidget.h"
 #include "StockConfigWidget.h"
 #include "market/SafeFile.h"
 #include "market/TextFile.h"
+#include "script/StrategyConfig.h"
 
 #include <QDesktopServices>
 #include <QFileDialog>
@@ -37,6 +39,7 @@ OrvelAnalyst::OrvelAnalyst(QWidget *parent) : QMainWindow(parent), m_workbench(n
     addMenuAction(settings, QStringLiteral("数据配置"), SLOT(config()));
     addMenuAction(settings, QStringLiteral("下载数据"), SLOT(downloadData()));
     addMenuAction(settings, QStringLiteral("导入数据…"), SLOT(importData()));
+    addMenuAction(menuBar()->addMenu(QStringLiteral("行情")), QStringLiteral("行情"), SLOT(market()));
     QMenu *helpMenu = menuBar()->addMenu(QStringLiteral("帮助"));
     addMenuAction(helpMenu, QStringLiteral("疑问"), SLOT(question()));
     addMenuAction(helpMenu, QStringLiteral("帮助"), SLOT(help()));
@@ -105,6 +108,16 @@ void OrvelAnalyst::importData()
     auto *dialog = new ImportDialog(this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->show();
+}
+
+// Not modal: the stocks are read on worker threads while the user types.
+void OrvelAnalyst::market()
+{
+    StrategyConfig config;
+    config.applyLines(StrategyConfig::configFileText());
+    auto *browser = new MarketBrowser(config.kLineSource(), this);
+    browser->setAttribute(Qt::WA_DeleteOnClose);
+    browser->show();
 }
 
 void OrvelAnalyst::question() { QDesktopServices::openUrl(HelpPages::url(HelpPages::Questions)); }

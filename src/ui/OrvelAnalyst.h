@@ -22,6 +22,7 @@ public slots:
     void config();
     void downloadData();
     void importData();
+    void market();
     void question();
     void help();
     void about();

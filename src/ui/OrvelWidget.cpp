@@ -118,6 +118,7 @@ void OrvelWidget::clickButton()
         showMessage(run->problemTitle(), run->problemText());
         return;
     }
+    run->setPicking(true);
     m_run = run;
     m_runTitle =
         QStringLiteral("%1 %2 - %3")
@@ -176,6 +177,7 @@ void OrvelWidget::clickView()
     m_results->chart()->setDmiPeriods(m_run->strategy()->dmiPeriods());
     m_results->fill(m_book.rows());
     m_results->setReport(*m_report);
+    m_results->setPicks(m_run->picks());
     m_results->setWindowTitle(m_runTitle);
     m_results->show();
     m_results->raise();

@@ -3,8 +3,10 @@
 #include "CandlestickView.h"
 #include "LoadedStocks.h"
 #include "OrvelTitle.h"
+#include "PicksPage.h"
 #include "ReportPage.h"
 #include "StockListViewStrategy.h"
+#include "TableCsvExport.h"
 
 #include <QHeaderView>
 #include <QSplitter>
@@ -13,7 +15,9 @@
 
 StrategyViewWidget::StrategyViewWidget(QWidget *parent)
     : QDialog(parent), m_chart(new CandlestickView(this)), m_table(new StockListViewStrategy(this)),
-      m_reportPage(new ReportPage(this))
+      m_reportPage(new ReportPage(this)),
+      m_picksPage(new PicksPage(
+          [this](const QString &code) { return m_stocks ? m_stocks->find(code) : nullptr; }, this))
 {
     setWindowTitle(orvelWindowTitle());
     setWindowIcon(QIcon(QStringLiteral(":logo/orvel.png")));
@@ -31,6 +35,8 @@ StrategyViewWidget::StrategyViewWidget(QWidget *parent)
     trades->setSizes({420, 180});
     tabs->addTab(trades, QStringLiteral("交易"));
     tabs->addTab(m_reportPage, QStringLiteral("统计"));
+    tabs->addTab(m_picksPage, QStringLiteral("选股"));
+    TableCsvExport::addAction(m_table, QStringLiteral("trades.csv"));
     (new QVBoxLayout(this))->addWidget(tabs);
     // Every column in view at first; the user may make it larger.
     int width = 0;
@@ -45,6 +51,8 @@ StrategyViewWidget::~StrategyViewWidget() = default;
 void StrategyViewWidget::setStocks(std::unique_ptr<LoadedStocks> stocks) { m_stocks = std::move(stocks); }
 
 void StrategyViewWidget::fill(std::vector<TradeRecord> trades) { m_table->setTrades(std::move(trades)); }
+
+void StrategyViewWidget::setPicks(std::vector<StockPick> picks) { m_picksPage->setPicks(std::move(picks)); }
 
 void StrategyViewWidget::setReport(const StrategyReport &report) { m_reportPage->setReport(report); }
 

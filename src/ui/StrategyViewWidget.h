@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/TodayPicks.h"
 #include "engine/TradeRecord.h"
 
 #include <QDialog>
@@ -9,6 +10,7 @@
 
 class CandlestickView;
 class LoadedStocks;
+class PicksPage;
 class ReportPage;
 class StockListViewStrategy;
 struct StrategyReport;
@@ -25,12 +27,15 @@ public:
     void setStocks(std::unique_ptr<LoadedStocks> stocks);
     // Replaces the table's rows by the trades, in the order given.
     void fill(std::vector<TradeRecord> trades);
+    // Fills the 选股 page.
+    void setPicks(std::vector<StockPick> picks);
     // Fills the 统计 page.
     void setReport(const StrategyReport &report);
 
     CandlestickView *chart() const { return m_chart; }
     StockListViewStrategy *table() const { return m_table; }
     ReportPage *reportPage() const { return m_reportPage; }
+    PicksPage *picksPage() const { return m_picksPage; }
 
 public slots:
     void onTradeChosen(const TradeRecord &trade);
@@ -39,5 +44,6 @@ private:
     CandlestickView *m_chart;
     StockListViewStrategy *m_table;
     ReportPage *m_reportPage;
+    PicksPage *m_picksPage;
     std::unique_ptr<LoadedStocks> m_stocks;
 };

@@ -35,7 +35,8 @@ std::vector<std::vector<Term>> buyLines(const QString &script)
         std::vector<Term> alternatives;
         for (const QString &text : line.mid(4).split(QLatin1Char('|'))) {
             const qsizetype at = text.indexOf(QRegularExpression(QStringLiteral("[<>]")));
-            alternatives.push_back(at < 0 ? Term{text, {}, {}} : Term{text.left(at), text.mid(at + 1), text[at]});
+            alternatives.push_back(at < 0 ? Term{text, {}, {}}
+                                          : Term{text.left(at), text.mid(at + 1), text[at]});
         }
         lines.push_back(alternatives);
     }
@@ -210,7 +211,8 @@ TEST(Screen, ProblemsEndAsBacktestEndsThem)
     writeTestFile(script, "buy.close,0>open,0");
     run = runCli({"screen", script, "--data", dir.filePath("none")}, dir.path());
     EXPECT_EQ(run.exitCode, 3);
-    EXPECT_TRUE(run.err.contains(QStringLiteral("警告: 文件夹%1不存在或其中缺少股票文件").arg(dir.filePath("none"))));
+    EXPECT_TRUE(
+        run.err.contains(QStringLiteral("警告: 文件夹%1不存在或其中缺少股票文件").arg(dir.filePath("none"))));
 
     EXPECT_EQ(runCli({"screen", script, "--date", "2024-13-01"}, dir.path()).exitCode, 1);
     EXPECT_EQ(runCli({"screen", dir.filePath("missing.script")}, dir.path()).exitCode, 1);

@@ -78,8 +78,8 @@ void MainWindowTest::theWindowOpensWithTitleMenusAndTheDefaultScript()
             entries << action->text();
         menus << entries.join(QLatin1Char('/'));
     }
-    QCOMPARE(menus,
-             (QStringList{"文件/导入脚本/导出脚本/关闭", "配置/数据配置/下载数据/导入数据…", "帮助/疑问/帮助/关于"}));
+    QCOMPARE(menus, (QStringList{"文件/导入脚本/导出脚本/关闭", "配置/数据配置/下载数据/导入数据…",
+                                 "行情/行情", "帮助/疑问/帮助/关于"}));
 
     const QString script = child<QTextEdit>(window, "scriptEdit")->toPlainText();
     QVERIFY(script.contains(QStringLiteral("buy.close,-1<ma,5,-1")));

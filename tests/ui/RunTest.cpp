@@ -7,8 +7,10 @@
 #include "ui/OrvelAnalyst.h"
 #include "ui/OrvelStockMsgBox.h"
 #include "ui/OrvelWidget.h"
+#include "ui/PicksPage.h"
 #include "ui/StockListViewStrategy.h"
 #include "ui/StrategyViewWidget.h"
+#include "ui/TableCsvExport.h"
 
 #include <QElapsedTimer>
 #include <QProcess>
@@ -32,6 +34,12 @@ QString defaultScriptFor(const QString &market)
         .replace(QStringLiteral("config.source.k.dir,data"), QStringLiteral("config.source.k.dir,") + market);
 }
 
+QByteArray readAll(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 QString decodedFile(const QString &path)
 {
     QFile file(path);
@@ -44,6 +52,9 @@ struct RunSeen {
     QStringList boxes;
     QList<QStringList> rows;
     QString chartTitle;
+    QStringList picks; // code and signal date of each row of 选股
+    QString pickChartTitle;
+    bool exported = false; // the trade table written as "trades.csv" for spreadsheets
     bool resultsClosed = false;
 
     void see(QWidget *modal)
@@ -52,6 +63,24 @@ struct RunSeen {
         QVERIFY(box);
         boxes << box->windowTitle() + QLatin1Char('|') + box->text();
         pressButton(box, QStringLiteral("确定"));
+    }
+
+    // The picks' rows, and the chart a click on the first opens.
+    void seePicks(PicksPage *page)
+    {
+        QTableView *table = page->table();
+        const QAbstractItemModel *model = table->model();
+        for (int row = 0; row < model->rowCount(); ++row)
+            picks << model->index(row, 0).data().toString() + QLatin1Char('\t') +
+                         model->index(row, 1).data().toString();
+        if (picks.isEmpty())
+            return;
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
+                          table->visualRect(model->index(0, 0)).center());
+        if (CandlestickView *chart = page->navigator()->window()) {
+            pickChartTitle = chart->titleText();
+            chart->close();
+        }
     }
 
     // The results window beside the main window: its rows, and the chart of the first.
@@ -69,6 +98,8 @@ struct RunSeen {
             QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
                               table->visualRect(model->index(0, 0)).center());
         chartTitle = results->chart()->titleText();
+        exported = TableCsvExport::write(*model, QStringLiteral("trades.csv")).isEmpty();
+        seePicks(results->picksPage());
         results->close();
         resultsClosed = true;
     }
@@ -137,6 +168,26 @@ void RunTest::aRunShowsTheSameTradesAsTheCommandLine()
     QVERIFY(cli.waitForFinished(120000));
     QCOMPARE(seen.boxes,
              QStringList(QStringLiteral("策略数据汇总|") + QString::fromUtf8(cli.readAllStandardOutput())));
+
+    // The spreadsheet's copy of the table: a header, then the rows as shown.
+    QVERIFY(seen.exported);
+    const QByteArray sheetBytes = readAll(QStringLiteral("trades.csv"));
+    QVERIFY(sheetBytes.startsWith("\xEF\xBB\xBF"));
+    const QStringList sheet =
+        QString::fromUtf8(sheetBytes.mid(3)).split(QStringLiteral("\r\n"), Qt::SkipEmptyParts);
+    QCOMPARE(sheet.first(),
+             QStringLiteral("代码,买入日期,买入价位,卖出日期,卖出价位,持股天数,涨幅,卖出类型"));
+    QCOMPARE(sheet.size(), seen.rows.size() + 1);
+    QCOMPARE(sheet.last(), seen.rows.last().join(QLatin1Char(',')));
+
+    // Today's picks are the command line's screen of the same script and data.
+    QProcess screen;
+    screen.start(QStringLiteral(ORVEL_CLI), {"screen", scriptFile.fileName()});
+    QVERIFY(screen.waitForFinished(120000));
+    const QString screened = QString::fromUtf8(screen.readAllStandardOutput());
+    QCOMPARE(seen.picks.join(QLatin1Char('\n')), screened.trimmed());
+    QVERIFY2(!seen.picks.isEmpty(), "the default script picks on the sample market");
+    QVERIFY(seen.pickChartTitle.startsWith(seen.picks[0].left(6)));
 
     const QString csv = decodedFile(QStringLiteral("output.csv"));
     QCOMPARE(csv, decodedFile(QStringLiteral("cli.csv")));

@@ -1,9 +1,9 @@
 // Pictures of the desktop program for the README: the main window as it
 // opens, the summary box and the results window after the default script
 // has run on the bundled market, with the first trade's chart shown, a
-// trade held for days on a larger chart, and the results window's 统计 page;
-// then 参数优化 over the default script's moving average and holding time,
-// with its heat map.
+// trade held for days on a larger chart, the results window's 统计 and 选股
+// pages, 行情 with a stock's chart; then 参数优化 over the default script's
+// moving average and holding time, with its heat map.
 //
 //   orvel-screenshots [--data DIR] [--out DIR]
 //
@@ -12,9 +12,12 @@
 // there leads to DIR.
 #include "market/TextFile.h"
 #include "ui/CandlestickView.h"
+#include "ui/ChartNavigator.h"
+#include "ui/MarketBrowser.h"
 #include "ui/OrvelAnalyst.h"
 #include "ui/OrvelStockMsgBox.h"
 #include "ui/OrvelWidget.h"
+#include "ui/PicksPage.h"
 #include "ui/ReportPage.h"
 #include "ui/StockListViewStrategy.h"
 #include "ui/StrategyViewWidget.h"
@@ -105,6 +108,10 @@ private:
         results->resize(results->width(), 900);
         settle(300);
         m_ok = save(results, m_out.filePath(QStringLiteral("orvel-report-page.png"))) && m_ok;
+        results->findChild<QTabWidget *>()->setCurrentWidget(results->picksPage());
+        results->resize(results->width(), 420);
+        settle(300);
+        m_ok = save(results, m_out.filePath(QStringLiteral("orvel-picks.png"))) && m_ok;
     }
 
     // A trade held for days, with the days before its signal in view, larger,
@@ -166,6 +173,25 @@ bool photographSweep(const QDir &out)
            save(&dialog, out.filePath(QStringLiteral("orvel-sweep.png")));
 }
 
+// 行情 narrowed to the codes that start with 60, with the first one's chart.
+bool photographMarket(const QDir &out)
+{
+    MarketBrowser browser(KLineSource{QStringLiteral("data")});
+    browser.show();
+    while (browser.isReading())
+        settle(50);
+    browser.prefixEdit()->setText(QStringLiteral("60"));
+    browser.table()->selectRow(0);
+    settle(300);
+    bool ok = save(&browser, out.filePath(QStringLiteral("orvel-market.png")));
+    if (browser.navigator()->openCurrent()) {
+        settle(300);
+        ok =
+            save(browser.navigator()->window(), out.filePath(QStringLiteral("orvel-market-chart.png"))) && ok;
+    }
+    return ok;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -209,5 +235,6 @@ int main(int argc, char *argv[])
     while (!photographer.done())
         settle(50);
     ok = photographSweep(out) && ok;
+    ok = photographMarket(out) && ok;
     return ok && photographer.ok() ? 0 : 1;
 }
