@@ -36,6 +36,17 @@ QString combinationText(const QStringList &names, const QStringList &values)
     return pairs.join(QLatin1Char(' '));
 }
 
+// The number of `key`: the next free one when it is new.
+size_t numberOf(QHash<QString, size_t> &numbers, const QString &key)
+{
+    const auto found = numbers.constFind(key);
+    if (found != numbers.constEnd())
+        return *found;
+    const size_t number = size_t(numbers.size());
+    numbers.insert(key, number);
+    return number;
+}
+
 // Runs `task(i)` for i in [0, count) on up to `jobs` threads.
 void forEachOnThreads(size_t count, int jobs, const std::function<void(size_t)> &task)
 {
@@ -120,17 +131,16 @@ bool SweepRun::runBatch(qint64 first, qint64 last, int percentFrom, int percentT
     };
     std::vector<Reading> readings;
     QHash<QString, size_t> readingOfSource;
-    QHash<QString, int> signalGroups;
+    QHash<QString, size_t> signalGroups;
     const size_t firstResult = results.size();
     for (qint64 index = first; index < last; ++index) {
         const QString script = scriptAt(index);
         CompileResult compiled = CompiledStrategy::compile(base, script, m_dataDir);
         const QString source = sourceKey(compiled.strategy->config());
-        const size_t reading = readingOfSource.emplace(source, readings.size()).value();
+        const size_t reading = numberOf(readingOfSource, source);
         if (reading == readings.size())
             readings.emplace_back();
-        const int group =
-            signalGroups.emplace(source + statementLines(script), int(signalGroups.size())).value();
+        const int group = int(numberOf(signalGroups, source + statementLines(script)));
         readings[reading].variants.push_back({std::move(compiled.strategy), group});
         readings[reading].places.push_back(firstResult + size_t(index - first));
     }
@@ -159,6 +169,7 @@ bool SweepRun::runReading(const std::vector<BacktestRun::Variant> &variants,
         return false;
     }
     ReportMarket market;
+    ++m_readings;
     run.setJobs(m_jobs);
     // Called for every file, so a cancel is seen within one stock.
     run.setProgress([&](int percent, const QString &) {

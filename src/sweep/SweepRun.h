@@ -47,6 +47,9 @@ public:
     // sweep before any runs, with problem() CompileError naming it.
     std::vector<SweepResult> run(qint64 first, qint64 last);
 
+    // How many times run() read the market.
+    int readings() const { return m_readings; }
+
     // The script of one combination.
     QString scriptAt(qint64 index) const;
 
@@ -68,6 +71,7 @@ private:
     Problem m_problem = Problem::None;
     QString m_problemText;
     int m_jobs = 1;
+    int m_readings = 0;
     Progress m_progress;
     std::atomic<bool> m_cancelled{false};
 };

@@ -124,6 +124,18 @@ TEST(SweepRun, EveryVariantTradesAsItsOwnBacktest)
     }
 }
 
+TEST(SweepRun, TheMarketIsReadOnceAndEachDataFolderOnce)
+{
+    SweepRun sweep({}, kScript, kSampleData, grid({"n=4:6", "hold=2,5", "profit=3,8"}));
+    EXPECT_EQ(sweep.run(0, 12).size(), 12u);
+    EXPECT_EQ(sweep.readings(), 1);
+    // A placeholder in the data settings needs a reading per folder.
+    SweepRun folders({}, QStringLiteral("config.source.k.dir,$dir\nbuy.close,0>ma,$n,0"), {},
+                     grid({"n=4:6", "dir=" ORVEL_SOURCE_DIR "/data," ORVEL_SOURCE_DIR "/tests/market"}));
+    folders.run(0, 6);
+    EXPECT_EQ(folders.readings(), 2) << folders.problemText().toStdString();
+}
+
 TEST(SweepRun, ACombinationThatDoesNotCompileIsNamedBeforeAnythingRuns)
 {
     SweepRun sweep({}, QStringLiteral("buy.$term,0>open,$day"), kSampleData,
