@@ -7,6 +7,7 @@
 #include "engine/RunSummary.h"
 #include "market/TextFile.h"
 #include "script/ScriptPlaceholders.h"
+#include "script/ScriptWarnings.h"
 
 #include <QCommandLineParser>
 
@@ -87,6 +88,28 @@ QString summaryLines(const TradeBook &book, const StrategyConfig &config, const 
     return text;
 }
 
+// Every value that reads as 0 because it is not a number: the run goes on
+// with 0, and the user should know.
+void printValuesReadAsZero(const QString &fileName, const QString &text)
+{
+    for (const ScriptWarning &warning : findScriptWarnings(text)) {
+        if (warning.kind == ScriptWarning::Kind::NotANumber)
+            CliOutput::err(warningLine(fileName, warning) + QLatin1Char('\n'));
+    }
+}
+
+// The listed files that gave no stock to walk, by reason.
+void printSkippedFiles(const StockSkipCounts &counts)
+{
+    for (size_t i = 1; i < StockSkipCounts::kOutcomes; ++i) {
+        const auto skip = StockSkip(i);
+        if (counts.count(skip) > 0)
+            CliOutput::err(QStringLiteral("跳过%1个文件 / skipped %1 files: %2\n")
+                               .arg(counts.count(skip))
+                               .arg(stockSkipText(skip)));
+    }
+}
+
 // Runs like the workbench's run button; the exit code.
 int run(const BacktestOptions &options)
 {
@@ -101,8 +124,13 @@ int run(const BacktestOptions &options)
     BacktestRun run(input->configText, input->scriptText, options.data);
     if (run.problem() != BacktestRun::Problem::None) {
         CliOutput::err(run.problemTitle() + QStringLiteral(": ") + run.problemText() + QLatin1Char('\n'));
+        if (!run.problemReason().isEmpty())
+            CliOutput::err(run.problemReason() + QLatin1Char('\n'));
         return run.problem() == BacktestRun::Problem::NoData ? Commands::NoData : Commands::CompileError;
     }
+    printValuesReadAsZero(options.config.isEmpty() ? QStringLiteral("config.conf") : options.config,
+                          input->configText);
+    printValuesReadAsZero(options.script, input->scriptText);
     CliOutput::ProgressBar progress;
     const auto showProgress = [&progress](int percent, const QString &) { progress.show(percent); };
     BacktestReport report;
@@ -111,6 +139,8 @@ int run(const BacktestOptions &options)
     if (!options.report.isEmpty())
         run.setObserver(report.observer());
     const TradeBook book = run.run();
+    progress.clear();
+    printSkippedFiles(run.counts().files);
     const StrategyConfig &config = run.config();
     const QString writeError = writeOutputCsv(options.out, book, options.encoding);
     if (!writeError.isEmpty())

@@ -23,10 +23,13 @@ void err(const QString &text)
 
 ProgressBar::ProgressBar() : m_enabled(isatty(STDERR_FILENO)) {}
 
-ProgressBar::~ProgressBar()
+ProgressBar::~ProgressBar() { clear(); }
+
+void ProgressBar::clear()
 {
     if (m_enabled && m_shown >= 0)
         std::fputs("\r\033[K", stderr);
+    m_shown = -1;
 }
 
 void ProgressBar::show(int percent)

@@ -14,6 +14,8 @@ public:
     ProgressBar();
     ~ProgressBar();
     void show(int percent);
+    // Erases the bar, so that a line can be written; the next show() draws it again.
+    void clear();
 
 private:
     bool m_enabled;

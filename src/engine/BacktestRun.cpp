@@ -51,15 +51,20 @@ public:
         }
     }
 
-    void addEffects(const std::vector<StockSimulator> &simulators)
+    // The first variant's buy signals stand for the run's.
+    void addCounts(const std::vector<StockSimulator> &simulators, const StockSkipCounts &files)
     {
         const std::lock_guard lock(m_mutex);
         for (size_t variant = 0; variant < simulators.size(); ++variant)
             ruleEffects[variant] += simulators[variant].ruleEffects();
+        RunCounts worker = simulators.front().counts();
+        worker.files = files;
+        counts += worker;
     }
 
     const StockFileList &files;
     std::vector<RuleEffects> ruleEffects;
+    RunCounts counts;
     // Filled by the workers, file by file and variant by variant, emptied
     // into the books in file order.
     std::vector<std::vector<std::vector<TradeRecord>>> tradesByFile;
@@ -131,8 +136,11 @@ void work(const std::vector<BacktestRun::Variant> &variants, const std::vector<S
     DaySignals conditions;
     std::vector<StockSimulator> simulators(settings.begin(), settings.end());
     const KLineSource source = settings.front().kLineSource();
+    StockSkipCounts files;
     for (int index = queue.take(); index >= 0; index = queue.take()) {
-        if (loader.load(queue.files[index], source, series) && cutAfter(series, options.lastDate)) {
+        const bool loaded = loader.load(queue.files[index], source, series);
+        files.add(loader.lastSkip());
+        if (loaded && cutAfter(series, options.lastDate)) {
             if (observer)
                 observer(index, series);
             std::vector<std::vector<TradeRecord>> &trades = queue.tradesByFile[size_t(index)];
@@ -150,7 +158,7 @@ void work(const std::vector<BacktestRun::Variant> &variants, const std::vector<S
         }
         queue.finish(index);
     }
-    queue.addEffects(simulators);
+    queue.addCounts(simulators, files);
 }
 
 } // namespace
@@ -164,6 +172,7 @@ BacktestRun::BacktestRun(const QString &configText, const QString &scriptText, c
         m_problem = compiled.status == CompileResult::Status::ErrorAtLine ? Problem::CompileError
                                                                           : Problem::NoBuyStatement;
         m_errorLine = compiled.line;
+        m_errorReason = compiled.reason;
         return;
     }
     m_strategy = std::move(compiled.strategy);
@@ -243,6 +252,7 @@ std::vector<TradeBook> BacktestRun::walk(bool simulate)
         thread.join();
     m_effects = queue.ruleEffects.front();
     m_picks = picks ? picks->picks(settings.front().buyOrder) : std::vector<StockPick>();
+    m_counts = queue.counts;
     std::vector<TradeBook> finished;
     for (DayLimitedFiling &book : books)
         finished.push_back(book.finish());

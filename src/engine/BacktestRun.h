@@ -1,6 +1,7 @@
 #pragma once
 
 #include "RuleEffects.h"
+#include "RunCounts.h"
 #include "TodayPicks.h"
 #include "TradeBook.h"
 #include "market/Stock.h"
@@ -54,6 +55,10 @@ public:
     // The user's words for the problem: "预编译出错" or "警告", and the text.
     QString problemTitle() const;
     QString problemText() const;
+    // Why the line named by problemText() did not compile; empty for other problems.
+    const QString &problemReason() const { return m_errorReason; }
+    // The 1-based line that did not compile, or 0.
+    int errorLine() const { return m_problem == Problem::CompileError ? m_errorLine : 0; }
 
     // Valid when problem() is None or NoData.
     const std::shared_ptr<const CompiledStrategy> &strategy() const { return m_strategy; }
@@ -87,6 +92,9 @@ public:
     std::vector<StockPick> screen();
     // What the real-account rules changed in the last run() (for the first variant).
     const RuleEffects &ruleEffects() const { return m_effects; }
+    // How the listed files of the last run() were read and what became of
+    // its buy signals; a cancelled run counts the files it took up.
+    const RunCounts &counts() const { return m_counts; }
 
     // The number of worker threads when the user names none.
     static int defaultJobs();
@@ -96,6 +104,7 @@ private:
 
     Problem m_problem = Problem::None;
     int m_errorLine = 0;
+    QString m_errorReason;
     std::shared_ptr<const CompiledStrategy> m_strategy;
     std::vector<Variant> m_variants;
     StockFileList m_files;
@@ -107,5 +116,6 @@ private:
     bool m_picking = false;
     std::vector<StockPick> m_picks;
     RuleEffects m_effects;
+    RunCounts m_counts;
     std::atomic<bool> m_cancelled{false};
 };

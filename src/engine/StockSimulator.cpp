@@ -52,8 +52,10 @@ int StockSimulator::stepDay(const QString &code, int index, bool buySignal, bool
     // The last bar: a signal can only be bought tomorrow; an open position
     // (or a sale still waiting for a fill) has no exit day and is dropped
     // without a record.
-    if (m_position.code.isEmpty() && buySignal)
+    if (m_position.code.isEmpty() && buySignal) {
+        ++m_counts.buySignals;
         filePendingBuy(code, index);
+    }
     m_position = TradeRecord();
     m_carriedSale.reset();
     return 0;
@@ -87,8 +89,11 @@ int StockSimulator::tryBuy(const QString &code, int index)
     const Stock &today = m_bars[size_t(index)];
     const Stock &next = m_bars[size_t(index + 1)];
     const double gap = percentChange(next.open, today.close);
-    if (!(double(m_config.maxAllowDecrease) <= gap && gap <= double(m_config.maxAllowIncrease)))
+    ++m_counts.buySignals;
+    if (!(double(m_config.maxAllowDecrease) <= gap && gap <= double(m_config.maxAllowIncrease))) {
+        ++m_counts.outsideGap;
         return 0;
+    }
     if (m_limit && m_limit->atLimitUp(next.open, today.close, next.date)) {
         ++m_effects.limitUpNotBought; // nobody sells at an open at limit-up
         return 0;

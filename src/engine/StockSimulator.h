@@ -3,6 +3,7 @@
 #include "DaySignals.h"
 #include "PriceLimit.h"
 #include "RuleEffects.h"
+#include "RunCounts.h"
 #include "TradeRecord.h"
 #include "market/Stock.h"
 #include "script/Script.h"
@@ -28,6 +29,9 @@ public:
 
     // Counted over every stock simulated so far.
     const RuleEffects &ruleEffects() const { return m_effects; }
+    // The buy signals met so far and those refused for the opening gap; the
+    // files are left to the caller.
+    const RunCounts &counts() const { return m_counts; }
 
 private:
     enum class Exit { None, RapidProfit, Profit, Loss, Expiry };
@@ -54,5 +58,6 @@ private:
     TradeRecord m_position;
     std::optional<TradeStatus> m_carriedSale; // the type of a sale not filled at limit-down, tried again on the next bar
     RuleEffects m_effects;
+    RunCounts m_counts;
     std::vector<TradeRecord> *m_trades = nullptr;
 };

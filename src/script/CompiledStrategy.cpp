@@ -1,5 +1,7 @@
 #include "CompiledStrategy.h"
 
+#include "ScriptErrorReason.h"
+
 CompileResult CompiledStrategy::compile(StrategyConfig config, const QString &text, const QString &dataDir)
 {
     std::shared_ptr<CompiledStrategy> strategy(new CompiledStrategy);
@@ -7,6 +9,8 @@ CompileResult CompiledStrategy::compile(StrategyConfig config, const QString &te
     if (compileScript(strategy->m_script, config, text, result.line) != 1) {
         result.status =
             result.line > 0 ? CompileResult::Status::ErrorAtLine : CompileResult::Status::NoBuyStatement;
+        if (result.line > 0)
+            result.reason = scriptErrorReason(splitScriptLines(text).at(result.line - 1));
         return result;
     }
     if (!dataDir.isEmpty())

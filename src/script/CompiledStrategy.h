@@ -13,6 +13,7 @@ struct CompileResult {
     enum class Status { Ok, ErrorAtLine, NoBuyStatement };
     Status status = Status::Ok;
     int line = 0;                                     // the 1-based failing line, for ErrorAtLine
+    QString reason;                                   // why that line failed, for ErrorAtLine
     std::shared_ptr<const CompiledStrategy> strategy; // for Ok only
 };
 
