@@ -11,6 +11,9 @@ int main(int argc, char *argv[])
 {
     MessageLog::install();
     QApplication app(argc, argv);
+    // Where the last script and the window's place are remembered.
+    QApplication::setOrganizationName(QStringLiteral("Orvel"));
+    QApplication::setApplicationName(QStringLiteral("orvel"));
 
     // Qt's standard dialogs in Chinese; without the catalogue they stay English.
     QTranslator translator;

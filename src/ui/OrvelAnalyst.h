@@ -1,5 +1,7 @@
 #pragma once
 
+#include "HelpPages.h"
+
 #include <QMainWindow>
 
 class OrvelWidget;
@@ -13,8 +15,11 @@ public:
     OrvelWidget *workbench() const { return m_workbench; }
 
     // Replaces the editor's text by the file's when it holds more than 20
-    // characters; shorter files are taken for accidents and ignored.
+    // characters; shorter files are taken for accidents, and a box says so.
     void importScript(const QString &path);
+    // Writes the editor's text to `path`, with ".script" added when the name
+    // has no extension; the path written, or empty when it could not be.
+    QString exportScript(const QString &path);
 
 public slots:
     void loadScript();
@@ -27,8 +32,16 @@ public slots:
     void help();
     void about();
 
+protected:
+    // An edited, unsaved script is not closed without asking.
+    void closeEvent(QCloseEvent *event) override;
+
 private:
     QAction *addMenuAction(QMenu *menu, const QString &text, const char *slot);
+    // The file's text in the editor when it is long enough; false otherwise.
+    bool takeScript(const QString &path);
+    void restoreSession();
+    void showHelp(HelpPages::Page page);
 
     OrvelWidget *m_workbench;
 };

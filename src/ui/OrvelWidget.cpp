@@ -5,10 +5,12 @@
 #include "LoadedStocks.h"
 #include "OrvelStockMsgBox.h"
 #include "OrvelTitle.h"
+#include "ScriptEditor.h"
 #include "StrategyViewWidget.h"
 #include "SweepDialog.h"
 #include "engine/BacktestRun.h"
 #include "engine/OutputCsv.h"
+#include "engine/RunNotes.h"
 #include "engine/RunSummary.h"
 #include "indicators/KPatternTable.h"
 #include "market/TextFile.h"
@@ -24,7 +26,7 @@
 #include <QtConcurrent>
 
 OrvelWidget::OrvelWidget(QWidget *parent)
-    : QWidget(parent), m_layout(new QGridLayout(this)), m_edit(new QTextEdit(this)),
+    : QWidget(parent), m_layout(new QGridLayout(this)), m_edit(new ScriptEditor(this)),
       m_progress(new QProgressBar(this)), m_button(new QPushButton(QStringLiteral("执行"), this)),
       m_viewButton(new QPushButton(QStringLiteral("查看"), this)),
       m_highlighter(new Highlighter(m_edit->document(), keywordPatterns()))
@@ -76,22 +78,9 @@ void OrvelWidget::setUpEditor()
     font.setStyleHint(QFont::Monospace);
     m_edit->setFont(font);
     m_edit->setStyleSheet(QStringLiteral("QTextEdit { background: gray }"));
-    connect(m_edit, &QTextEdit::cursorPositionChanged, this, &OrvelWidget::markCurrentLine);
 
     QString script = readTextFile(QStringLiteral(":qrc/default.script"));
     m_edit->setPlainText(script.replace(QStringLiteral("VERSION#"), orvelVersion()));
-    markCurrentLine();
-}
-
-// A lighter band across the line that holds the cursor: gray on gray would not show.
-void OrvelWidget::markCurrentLine()
-{
-    QTextEdit::ExtraSelection currentLine;
-    currentLine.format.setBackground(QColor(Qt::gray).lighter(130));
-    currentLine.format.setProperty(QTextFormat::FullWidthSelection, true);
-    currentLine.cursor = m_edit->textCursor();
-    currentLine.cursor.clearSelection();
-    m_edit->setExtraSelections({currentLine});
 }
 
 QStringList OrvelWidget::keywordPatterns()
@@ -115,7 +104,12 @@ void OrvelWidget::clickButton()
     // a script's `config.` lines hold for that run alone.
     auto run = std::make_shared<BacktestRun>(StrategyConfig::configFileText(), m_edit->toPlainText());
     if (run->problem() != BacktestRun::Problem::None) {
-        showMessage(run->problemTitle(), run->problemText());
+        // The line is marked before the box opens, so the user sees both at once.
+        if (run->errorLine() > 0)
+            m_edit->markErrorLine(run->errorLine(), run->problemReason());
+        const QString reason = run->problemReason();
+        showMessage(run->problemTitle(),
+                    run->problemText() + (reason.isEmpty() ? QString() : u'\n' + reason));
         return;
     }
     run->setPicking(true);
@@ -163,6 +157,10 @@ void OrvelWidget::clickView()
         return;
     RunSummary summary = RunSummary::fromBook(m_book);
     QString text = summary.text();
+    const QString why =
+        summary.rows == 0 ? RunNotes::noDataReason(m_run->config(), m_run->counts()) : QString();
+    if (!why.isEmpty())
+        text += QLatin1Char('\n') + why;
     if (m_run->config().rules.any())
         text += (text.endsWith(QLatin1Char('\n')) ? QString() : QStringLiteral("\n")) +
                 m_run->ruleEffects().text();
@@ -193,6 +191,7 @@ void OrvelWidget::onUpdateFinished()
     if (m_run->isCancelled() || m_watcher.future().resultCount() == 0)
         return;
     m_book = m_watcher.result();
+    emit runSettingsShown(RunNotes::effectiveSettings(m_run->config(), m_run->counts()));
     const QString error = writeOutputCsv(QStringLiteral("output.csv"), m_book, TextEncoding::Gbk);
     if (!error.isEmpty())
         qWarning().noquote() << "output.csv not written:" << error;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ScriptEditor.h"
 #include "engine/TradeBook.h"
 #include "report/StrategyReport.h"
 
@@ -39,6 +40,11 @@ public:
     // keys and candlestick pattern names.
     static QStringList keywordPatterns();
 
+signals:
+    // After each run: the settings it used, on one line (data folder and
+    // stocks read, sale point, take-profit, stop-loss and the rest).
+    void runSettingsShown(const QString &line);
+
 public slots:
     void clickButton();
     void clickView();
@@ -49,11 +55,10 @@ public slots:
 
 private:
     void setUpEditor();
-    void markCurrentLine();
     void showMessage(const QString &title, const QString &text);
 
     QGridLayout *m_layout;
-    QTextEdit *m_edit;
+    ScriptEditor *m_edit;
     QProgressBar *m_progress;
     QPushButton *m_button;
     QPushButton *m_viewButton;

@@ -2,7 +2,9 @@
 
 #include <QDialog>
 
+class QLabel;
 class QTextEdit;
+class ScriptEditor;
 
 // Edits "config.conf" as plain text. "确定" saves it, and the next run
 // starts from it; closing the window any other way changes nothing.
@@ -11,11 +13,16 @@ class StockConfigWidget : public QDialog {
 public:
     explicit StockConfigWidget(QWidget *parent = nullptr);
 
-    QTextEdit *editor() const { return m_editor; }
+    QTextEdit *editor() const;
+    // The line under the editor that names the text's warnings.
+    QLabel *warningLine() const { return m_warnings; }
 
 public slots:
     void onConfig();
 
 private:
-    QTextEdit *m_editor;
+    void showWarnings();
+
+    ScriptEditor *m_editor;
+    QLabel *m_warnings;
 };

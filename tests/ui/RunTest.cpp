@@ -254,7 +254,7 @@ void RunTest::eachRunStartsFromTheConfigurationFileAndViewShowsItAgain()
     RunSeen none;
     press(window, defaultScriptFor(sampleMarket()) + QStringLiteral("\nconfig.trade.max.count,0"), true,
           none);
-    QCOMPARE(none.boxes, QStringList(QStringLiteral("策略数据汇总|无数据")));
+    QCOMPARE(none.boxes, QStringList(QStringLiteral("策略数据汇总|无数据\n每日最多买入为0，没有一笔买入")));
     RunSeen again;
     press(window, defaultScriptFor(sampleMarket()), true, again); // no longer limited to none a day
     QVERIFY(!again.rows.isEmpty());
@@ -273,7 +273,7 @@ void RunTest::aScriptErrorNamesItsLine()
     OrvelAnalyst window;
     RunSeen seen;
     press(window, QStringLiteral("#买点\nbuy.close,0>ma,5,0\nbuy.closing,0>ma,5,0"), false, seen);
-    QCOMPARE(seen.boxes, QStringList(QStringLiteral("预编译出错|第:3行有错误")));
+    QCOMPARE(seen.boxes, QStringList(QStringLiteral("预编译出错|第:3行有错误\n未知的指标名“closing”")));
     QVERIFY(child<QPushButton>(window, "runButton")->isEnabled());
 }
 

@@ -2,8 +2,9 @@
 // opens, the summary box and the results window after the default script
 // has run on the bundled market, with the first trade's chart shown, a
 // trade held for days on a larger chart, the results window's 统计 and 选股
-// pages, 行情 with a stock's chart; then 参数优化 over the default script's
-// moving average and holding time, with its heat map.
+// pages, 行情 with a stock's chart, the workbench with a script error marked;
+// then 参数优化 over the default script's moving average and holding time,
+// with its heat map.
 //
 //   orvel-screenshots [--data DIR] [--out DIR]
 //
@@ -19,6 +20,7 @@
 #include "ui/OrvelWidget.h"
 #include "ui/PicksPage.h"
 #include "ui/ReportPage.h"
+#include "ui/ScriptEditor.h"
 #include "ui/StockListViewStrategy.h"
 #include "ui/StrategyViewWidget.h"
 #include "ui/SweepDialog.h"
@@ -192,6 +194,28 @@ bool photographMarket(const QDir &out)
     return ok;
 }
 
+// The default script with one operand short of an argument: the editor
+// jumps to the line, marks it and numbers every line.
+bool photographError(OrvelAnalyst &window, const QDir &out)
+{
+    auto *editor = window.findChild<ScriptEditor *>(QStringLiteral("scriptEdit"));
+    QString script = editor->toPlainText();
+    script.replace(QStringLiteral("buy.close,0>ma,5,0"), QStringLiteral("buy.close,0>ma,5"));
+    editor->setPlainText(script);
+    editor->checkWarnings();
+    // The box explaining the error is closed as soon as it shows; the mark stays.
+    QTimer closer;
+    QObject::connect(&closer, &QTimer::timeout, [] {
+        if (QWidget *modal = QApplication::activeModalWidget())
+            modal->close();
+    });
+    closer.start(100);
+    window.workbench()->clickButton();
+    closer.stop();
+    settle(300);
+    return save(&window, out.filePath(QStringLiteral("orvel-error.png")));
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -236,5 +260,6 @@ int main(int argc, char *argv[])
         settle(50);
     ok = photographSweep(out) && ok;
     ok = photographMarket(out) && ok;
+    ok = photographError(window, out) && ok;
     return ok && photographer.ok() ? 0 : 1;
 }
