@@ -59,12 +59,13 @@ QString KLineDownloader::start(const QStringList &codes, const Options &options)
     m_saved = m_failed = m_unwritten = m_position = 0;
     m_cancelled = false;
     m_queue.clear();
-    for (const QString &code : codes) {
+    for (const QString &written : codes) {
+        const QString code = StockCodeList::bareCode(written);
         if (StockCodeList::isStockCode(code)) {
             m_queue.append(code);
         } else {
             ++m_failed;
-            emit codeRefused(code);
+            emit codeRefused(written);
         }
     }
     m_queue.removeDuplicates();

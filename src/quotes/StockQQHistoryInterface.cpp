@@ -85,6 +85,19 @@ QString StockQQHistoryInterface::replyProblem(QByteArrayView body, const QString
     return {};
 }
 
+QString StockQQHistoryInterface::adjustmentOfReply(QByteArrayView head)
+{
+    // The service files the bars under "hfqday", "qfqweek", … and the
+    // unadjusted ones under the bare period.
+    if (head.contains("{\"hfq"))
+        return QStringLiteral("hfq");
+    if (head.contains("{\"qfq"))
+        return QStringLiteral("qfq");
+    if (head.contains("{\"day\"") || head.contains("{\"week\"") || head.contains("{\"month\""))
+        return QStringLiteral("bfq");
+    return {};
+}
+
 void StockQQHistoryInterface::setOption(int index, const QString &value)
 {
     if (index == AdjustmentOption && isAdjustment(value))

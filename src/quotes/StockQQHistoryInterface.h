@@ -22,6 +22,9 @@ public:
     // Why `body` is not the service's answer for `code` (an error page,
     // another stock's data), empty when it is. Its days are the K-line text
     // of a data file.
+    // The adjustment ("hfq", "qfq" or "bfq") a saved reply holds, read from its
+    // first bytes; empty for files of other origins.
+    static QString adjustmentOfReply(QByteArrayView head);
     static QString replyProblem(QByteArrayView body, const QString &code);
 
     QString adjustment() const { return m_adjustment; }

@@ -24,11 +24,15 @@ public:
 
     QPlainTextEdit *codesEditor() const { return m_codes; }
     QPlainTextEdit *log() const { return m_log; }
+    // The folder the files go to, as a full path.
+    QString targetDir() const;
+    void setTargetDir(const QString &dir);
 
 public slots:
     void startDownload();
     void cancelDownload();
     void loadCodesFile();
+    void chooseTargetDir();
     void reject() override;
 
 private:
@@ -36,6 +40,8 @@ private:
     void connectDownloader();
     void setRunning(bool running);
     void appendLog(const QString &line);
+    // False when the user would rather not replace files of another adjustment.
+    bool confirmAdjustment(const QStringList &codes, const QString &dir, const QString &adjustment);
 
     KLineDownloader *m_downloader;
     QPlainTextEdit *m_codes;
@@ -45,8 +51,11 @@ private:
     QProgressBar *m_progress;
     QPlainTextEdit *m_log;
     QPushButton *m_fromFile;
+    QPushButton *m_chooseTarget;
+    QString m_chosenDir; // empty: the configured data folder
     QPushButton *m_start;
     QPushButton *m_cancel;
     int m_done = 0;
+    int m_refused = 0;
     bool m_cancelled = false;
 };

@@ -1,4 +1,5 @@
 #include "LocalQuoteServer.h"
+#include "quotes/StockCodeList.h"
 #include "quotes/StockQQHistoryInterface.h"
 
 #include <gtest/gtest.h>
@@ -28,4 +29,17 @@ TEST(HistoryInterface, OnlyKnownAdjustmentsAndPeriodsAreTaken)
     history.setOption(StockQQHistoryInterface::AdjustmentOption, QStringLiteral("qfq"));
     history.setOption(StockQQHistoryInterface::PeriodOption, QStringLiteral("week"));
     EXPECT_TRUE(history.buildUrls({"600000"})[0].contains(QStringLiteral("param=sh600000,week,,,480,qfq&")));
+}
+
+TEST(HistoryInterface, CodesWrittenWithTheirMarketAreTakenAndTheMarketComesFromTheCode)
+{
+    for (const char *written : {"sh600000", "SH600000", "600000.SH", "600000.sz", "sz600000"})
+        EXPECT_EQ(StockCodeList::bareCode(QString::fromLatin1(written)), QStringLiteral("600000")) << written;
+    for (const char *other : {"sh60000", "600000.S", "hk600000", "600000sh", "xx"})
+        EXPECT_EQ(StockCodeList::bareCode(QString::fromLatin1(other)), QString::fromLatin1(other));
+    // "sz600000" still asks for sh600000: the request names the market by the leading digit.
+    EXPECT_TRUE(StockQQHistoryInterface(QStringLiteral("http://q.test"))
+                    .buildUrls({StockCodeList::bareCode(QStringLiteral("sz600000"))})
+                    .constFirst()
+                    .contains(QStringLiteral("param=sh600000,")));
 }

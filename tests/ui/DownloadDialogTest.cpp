@@ -6,6 +6,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QLabel>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -17,6 +19,7 @@ private slots:
     void initTestCase() { QVERIFY(QDir::setCurrent(m_workDir.path())); }
     void cancellingStopsTheRequestInFlightAndFreesTheWindow();
     void aDataDirectoryThatCannotBeMadeIsSaidAtOnce();
+    void replacingFilesOfAnotherAdjustmentIsAskedFirst();
 
 private:
     QPushButton *button(DownloadDialog &dialog, const QString &text)
@@ -26,6 +29,12 @@ private:
                 return b;
         }
         return nullptr;
+    }
+
+    static QByteArray readFile(const QString &path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
     QTemporaryDir m_workDir;
@@ -64,6 +73,55 @@ void DownloadDialogTest::aDataDirectoryThatCannotBeMadeIsSaidAtOnce()
     button(dialog, QStringLiteral("开始下载"))->click();
     QVERIFY(dialog.log()->toPlainText().endsWith(QStringLiteral("无法建立数据目录 data")));
     QVERIFY(button(dialog, QStringLiteral("开始下载"))->isEnabled());
+}
+
+// 后复权 prices written over 不复权 ones would make every ex-rights day of
+// the folder look like a jump.
+void DownloadDialogTest::replacingFilesOfAnotherAdjustmentIsAskedFirst()
+{
+    LocalQuoteServer server;
+    const QString symbol = QStringLiteral("sh600000");
+    const QByteArray adjusted = serviceReply(symbol, risingDays(8));
+    server.setReply(symbol, {200, adjusted});
+    qputenv("ORVEL_QUOTE_HOST", server.host().toLatin1());
+    QTemporaryDir target;
+    const QString file = target.filePath(QStringLiteral("600000"));
+    QByteArray unadjusted = adjusted;
+    unadjusted.replace("hfqday", "day");
+    {
+        QFile out(file);
+        QVERIFY(out.open(QIODevice::WriteOnly));
+        out.write(unadjusted);
+    }
+    DownloadDialog dialog;
+    dialog.setTargetDir(target.path());
+    QCOMPARE(dialog.findChild<QLabel *>(QStringLiteral("targetDir"))->text(),
+             QDir::toNativeSeparators(target.path()));
+    // Codes as quote sites write them; "x" is no code and no failed download.
+    dialog.codesEditor()->setPlainText(QStringLiteral("600000.SH x"));
+    QStringList asked;
+    QString answer = QStringLiteral("取消");
+    ModalWatcher watcher([&](QWidget *modal) {
+        QVERIFY(qobject_cast<QMessageBox *>(modal));
+        asked << static_cast<QMessageBox *>(modal)->text();
+        pressButton(modal, answer);
+    });
+    QPushButton *start = button(dialog, QStringLiteral("开始下载"));
+    start->click();
+    QCOMPARE(asked.size(), 1);
+    QVERIFY2(asked[0].contains(QStringLiteral("1个要替换的文件是不复权数据，这次下载的是后复权数据")),
+             qPrintable(asked[0]));
+    QVERIFY(server.requests().empty());
+    QCOMPARE(readFile(file), unadjusted);
+
+    answer = QStringLiteral("仍然下载");
+    start->click();
+    QTRY_VERIFY_WITH_TIMEOUT(start->isEnabled() && !server.requests().empty(), 10000);
+    QCOMPARE(asked.size(), 2);
+    QCOMPARE(readFile(file), adjusted);
+    QVERIFY2(dialog.log()->toPlainText().endsWith(QStringLiteral("完成: 1 个已保存, 0 个失败, 1 个代码无效")),
+             qPrintable(dialog.log()->toPlainText()));
+    qunsetenv("ORVEL_QUOTE_HOST");
 }
 
 QTEST_MAIN(DownloadDialogTest)
