@@ -59,13 +59,12 @@ QString KLineDownloader::start(const QStringList &codes, const Options &options)
     m_saved = m_failed = m_unwritten = m_position = 0;
     m_cancelled = false;
     m_queue.clear();
-    for (const QString &written : codes) {
-        const QString code = StockCodeList::bareCode(written);
+    for (const QString &code : codes) {
         if (StockCodeList::isStockCode(code)) {
             m_queue.append(code);
         } else {
             ++m_failed;
-            emit codeRefused(written);
+            emit codeRefused(code);
         }
     }
     m_queue.removeDuplicates();
