@@ -167,7 +167,19 @@ QString KLineDownloader::failureOf(QNetworkReply *reply) const
     // Qt reports a body that ends before its announced length, or a chunked
     // one without its last chunk, as closed by the host.
     case QNetworkReply::RemoteHostClosedError: return QStringLiteral("连接中断, 回复不完整");
-    default: return QStringLiteral("网络错误: %1").arg(reply->errorString());
+    // Qt's own texts name the whole request address; the user needs the cause.
+    case QNetworkReply::ConnectionRefusedError: return QStringLiteral("网络错误: 服务器拒绝连接");
+    case QNetworkReply::HostNotFoundError: return QStringLiteral("网络错误: 找不到服务器");
+    case QNetworkReply::TimeoutError: return QStringLiteral("网络错误: 连接超时");
+    default: break;
+    }
+    if (reply->error() != QNetworkReply::NoError) {
+        const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
+        if (status.isValid())
+            return QStringLiteral("网络错误: 服务器回复 %1 %2")
+                .arg(status.toInt())
+                .arg(reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString());
+        return QStringLiteral("网络错误: 代码 %1").arg(int(reply->error()));
     }
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     if (status != 200)

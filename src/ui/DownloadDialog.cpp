@@ -124,7 +124,10 @@ void DownloadDialog::connectDownloader()
 
 void DownloadDialog::startDownload()
 {
-    const QStringList codes = StockCodeList::split(m_codes->toPlainText());
+    // Codes as quote sites write them ("sh600000", "600000.SH") are taken as their six digits.
+    QStringList codes = StockCodeList::split(m_codes->toPlainText());
+    for (QString &code : codes)
+        code = StockCodeList::bareCode(code);
     if (codes.isEmpty()) {
         appendLog(QStringLiteral("请先输入股票代码"));
         return;
@@ -215,10 +218,9 @@ bool DownloadDialog::confirmAdjustment(const QStringList &codes, const QString &
 {
     int others = 0;
     QString theirs;
-    for (const QString &written : codes) {
-        QFile file(QDir(dir).filePath(StockCodeList::bareCode(written)));
-        if (!StockCodeList::isStockCode(StockCodeList::bareCode(written)) || !QFileInfo(file).isFile() ||
-            !file.open(QIODevice::ReadOnly))
+    for (const QString &code : codes) {
+        QFile file(QDir(dir).filePath(code));
+        if (!StockCodeList::isStockCode(code) || !QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
             continue;
         const QString found = StockQQHistoryInterface::adjustmentOfReply(file.read(4096));
         if (!found.isEmpty() && found != adjustment) {

@@ -97,7 +97,7 @@ void DownloadDialogTest::replacingFilesOfAnotherAdjustmentIsAskedFirst()
     dialog.setTargetDir(target.path());
     QCOMPARE(dialog.findChild<QLabel *>(QStringLiteral("targetDir"))->text(),
              QDir::toNativeSeparators(target.path()));
-    // Codes as quote sites write them; "x" is no code and no failed download.
+    // A code as quote sites write it; "x" is no code and no failed download.
     dialog.codesEditor()->setPlainText(QStringLiteral("600000.SH x"));
     QStringList asked;
     QString answer = QStringLiteral("取消");
