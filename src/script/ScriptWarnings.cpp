@@ -29,8 +29,11 @@ std::vector<Piece> splitAt(const QString &text, int column, QStringView separato
 }
 
 // True when a number is read from `text` as 0 although the text means something else.
+// A `$name` placeholder is a sweep's to fill, not a value.
 bool readsAsZero(const QString &text, bool integer)
 {
+    if (text.startsWith(QLatin1Char('$')))
+        return false;
     const std::optional<double> number = DecimalNumber::toDouble(QStringView(text));
     const bool zero = integer ? DecimalNumber::toInt(QStringView(text)) == 0
                               : DecimalNumber::toFloat(QStringView(text)) == 0;
@@ -124,7 +127,8 @@ void operandWarnings(const Piece &operand, int number, std::vector<ScriptWarning
         if (readsAsZero(piece.text, true))
             out.push_back({ScriptWarning::Kind::NotANumber, number, piece.column, length,
                            notANumberText(piece.text, true)});
-        if (i == 1 && hasPeriod(name) && DecimalNumber::toInt(QStringView(piece.text)) <= 0)
+        if (i == 1 && hasPeriod(name) && !piece.text.startsWith(QLatin1Char('$')) &&
+            DecimalNumber::toInt(QStringView(piece.text)) <= 0)
             out.push_back({ScriptWarning::Kind::NeverValued, number, piece.column, length,
                            QStringLiteral("周期不大于0：“%1”在任何一天都没有值，这个条件永远不成立")
                                .arg(operand.text)});

@@ -79,6 +79,8 @@ TEST(Warnings, ValuesThatReadAsZeroAreMarkedWhereTheyStand)
     EXPECT_EQ(warnings(QStringLiteral("buy.close,0>open,0|ma,abc,x<close,0")),
               (QStringList{"1:22:3 0", "1:22:3 3", "1:26:1 0"}));
     EXPECT_EQ(warnings(QStringLiteral("buy.close,0>ema,-3,0")), QStringList{"1:16:2 3"});
+    // A sweep's placeholders are filled before the run.
+    EXPECT_TRUE(warnings(QStringLiteral("config.trade.max.hold.day,$hold\nbuy.close,0>ma,$n,0")).isEmpty());
     // Lines that do not compile are left to the compile error.
     EXPECT_TRUE(warnings(QStringLiteral("buy.close,0>value,abc\nconfig.trade.max.count,a,b")).isEmpty());
 }
