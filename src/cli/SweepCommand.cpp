@@ -59,7 +59,7 @@ QString readOptions(const QStringList &arguments, SweepOptions &options)
     parser.addPositionalArgument(QStringLiteral("SCRIPT"), QStringLiteral("the strategy script"));
     parser.addOptions({
         {QStringLiteral("vary"), QStringLiteral("values of a placeholder: name=FROM:TO[:STEP] or name=a,b,c"),
-         QStringLiteral("SPEC")},
+         QStringLiteral("VALUES")},
         {QStringLiteral("data"), QStringLiteral("K-line directory"), QStringLiteral("DIR")},
         {QStringLiteral("config"), QStringLiteral("configuration file"), QStringLiteral("FILE")},
         {QStringLiteral("jobs"), QStringLiteral("worker threads"), QStringLiteral("N")},
