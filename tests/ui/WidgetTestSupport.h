@@ -1,12 +1,10 @@
 #pragma once
 
-#include <QApplication>
-#include <QMainWindow>
-#include <QMenuBar>
-#include <QPointer>
-#include <QPushButton>
-#include <QTest>
-#include <QTimer>
+#include "../TestSupport.h"
+#include "ui/OrvelStockMsgBox.h"
+
+#include <QtTest>
+#include <QtWidgets>
 
 #include <functional>
 
@@ -41,14 +39,42 @@ private:
     int m_seen = 0;
 };
 
-// Presses the window's button with the given text, as a user would.
-inline void pressButton(QWidget *window, const QString &text)
+inline QPushButton *button(const QWidget *window, const QString &text)
 {
     for (QPushButton *button : window->findChildren<QPushButton *>()) {
         if (button->text() == text)
-            return QTest::mouseClick(button, Qt::LeftButton);
+            return button;
     }
-    QFAIL(qPrintable(QStringLiteral("no button %1").arg(text)));
+    return nullptr;
+}
+
+// Presses the window's button with the given text, as a user would.
+inline void pressButton(QWidget *window, const QString &text)
+{
+    QPushButton *found = button(window, text);
+    QVERIFY2(found, qPrintable(QStringLiteral("no button %1").arg(text)));
+    QTest::mouseClick(found, Qt::LeftButton);
+}
+
+// A handler that notes each of the program's message boxes as "title|text".
+inline std::function<void(QWidget *)> noteBoxes(QStringList &boxes)
+{
+    return [&boxes](QWidget *modal) {
+        auto *box = qobject_cast<OrvelStockMsgBox *>(modal);
+        QVERIFY(box);
+        boxes << box->windowTitle() + QLatin1Char('|') + box->text();
+    };
+}
+
+// A handler that notes each question's text and answers it with `answer` as it is then.
+inline std::function<void(QWidget *)> answerQuestions(QStringList &asked, const QString &answer)
+{
+    return [&asked, &answer](QWidget *modal) {
+        auto *question = qobject_cast<QMessageBox *>(modal);
+        QVERIFY(question);
+        asked << question->text();
+        pressButton(question, answer);
+    };
 }
 
 inline QAction *menuAction(QMainWindow &window, const QString &menu, const QString &text)
@@ -66,4 +92,28 @@ template <class Widget>
 Widget *child(const QWidget &window, const char *name)
 {
     return window.findChild<Widget *>(QString::fromLatin1(name));
+}
+
+// Clicks the row's first cell, as a user would.
+inline void clickRow(QTableView *table, int row)
+{
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
+                      table->visualRect(table->model()->index(row, 0)).center());
+}
+
+// The texts of one column, in the order shown.
+inline QStringList columnTexts(const QAbstractItemModel *model, int column)
+{
+    QStringList texts;
+    for (int row = 0; row < model->rowCount(); ++row)
+        texts << model->index(row, column).data().toString();
+    return texts;
+}
+
+// The bundled data, or the shared synthetic market where the tree has none.
+inline QString sampleMarket()
+{
+    const QString bundled = QStringLiteral(ORVEL_SOURCE_DIR "/data");
+    return QDir(bundled).isEmpty(QDir::Files) ? sharedDir() + QStringLiteral("/data/synthetic-market")
+                                              : bundled;
 }
