@@ -1,19 +1,12 @@
 // A trader writes and checks a script: where an error is and why, what is
 // questionable before the run, and nothing of the work is lost.
 #include "WidgetTestSupport.h"
+#include "market/TextFile.h"
 #include "ui/OrvelAnalyst.h"
-#include "ui/OrvelStockMsgBox.h"
 #include "ui/OrvelWidget.h"
 #include "ui/ScriptEditor.h"
 #include "ui/StockConfigWidget.h"
 #include "ui/StrategyViewWidget.h"
-
-#include <QLabel>
-#include <QMessageBox>
-#include <QSettings>
-#include <QTemporaryDir>
-#include <QTextBlock>
-#include <QtTest>
 
 namespace {
 
@@ -40,8 +33,7 @@ private slots:
     void aValueThatIsNotANumberIsUnderlinedBeforeTheRun();
     void theSettingsARunUsedAreShownAfterIt();
     void anEditedScriptIsNotClosedWithoutAsking();
-    void anExportedScriptGetsItsExtensionAndIsThereNextTime();
-    void aTooShortImportSaysWhyNothingChanged();
+    void anExportedScriptIsGbkWithItsExtensionAndIsThereNextTime();
 
 private:
     QTemporaryDir m_workDir;
@@ -54,21 +46,12 @@ void WorkbenchTest::aCompileErrorMarksItsLineAndSaysWhy()
     window.show();
     auto *editor = child<ScriptEditor>(window, "scriptEdit");
     QVERIFY(editor->lineNumberArea()->isVisible());
-    QVERIFY(editor->lineNumberArea()->width() >= editor->lineNumberAreaWidth());
-    QVERIFY(editor->viewport()->x() >= editor->lineNumberAreaWidth());
+    QVERIFY(editor->viewport()->x() >= editor->lineNumberAreaWidth()); // the numbers cover no text
 
     editor->setPlainText(QStringLiteral("# test\nbuy.close,0>open,0\nbuy.ma,5>open,0\nsale.close,0<open,0"));
     QStringList boxes;
-    ModalWatcher watcher([&boxes](QWidget *modal) {
-        auto *box = qobject_cast<OrvelStockMsgBox *>(modal);
-        QVERIFY(box);
-        boxes << box->windowTitle() + QLatin1Char('|') + box->text();
-    });
-    // F5 runs from the editor, as Ctrl+O and Ctrl+S import and export.
-    QCOMPARE(menuAction(window, QStringLiteral("文件"), QStringLiteral("导入脚本"))->shortcut(),
-             QKeySequence(Qt::CTRL | Qt::Key_O));
-    QCOMPARE(menuAction(window, QStringLiteral("文件"), QStringLiteral("导出脚本"))->shortcut(),
-             QKeySequence(Qt::CTRL | Qt::Key_S));
+    ModalWatcher watcher(noteBoxes(boxes));
+    // F5 runs from the editor.
     window.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&window));
     editor->setFocus();
@@ -124,10 +107,8 @@ void WorkbenchTest::theSettingsARunUsedAreShownAfterIt()
     const int stocks = int(QDir(market).entryList(QDir::Files).size());
     QStringList lines;
     for (const QString &ticket : {QStringLiteral("config.source.ticket.dir,tick\n"), QString()}) {
-        QFile config(QStringLiteral("config.conf"));
-        QVERIFY(config.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        config.write(QStringLiteral("config.source.k.dir,%1\n%2").arg(market, ticket).toUtf8());
-        config.close();
+        QVERIFY(writeTestFile(QStringLiteral("config.conf"),
+                              QStringLiteral("config.source.k.dir,%1\n%2").arg(market, ticket).toUtf8()));
         OrvelAnalyst window;
         window.show();
         window.workbench()->editor()->setPlainText(QStringLiteral("buy.close,0>open,0\nsale.close,0<open,0"));
@@ -158,11 +139,7 @@ void WorkbenchTest::anEditedScriptIsNotClosedWithoutAsking()
     QTest::keyClicks(editor, QStringLiteral("#x"));
     QStringList asked;
     QString answer = QStringLiteral("取消");
-    ModalWatcher watcher([&](QWidget *modal) {
-        QVERIFY(qobject_cast<QMessageBox *>(modal));
-        asked << static_cast<QMessageBox *>(modal)->text();
-        pressButton(modal, answer);
-    });
+    ModalWatcher watcher(answerQuestions(asked, answer));
     window.close();
     QCOMPARE(asked.size(), 1);
     QVERIFY(asked[0].contains(QStringLiteral("脚本已修改")));
@@ -173,7 +150,7 @@ void WorkbenchTest::anEditedScriptIsNotClosedWithoutAsking()
     QVERIFY(!window.isVisible());
 }
 
-void WorkbenchTest::anExportedScriptGetsItsExtensionAndIsThereNextTime()
+void WorkbenchTest::anExportedScriptIsGbkWithItsExtensionAndIsThereNextTime()
 {
     const QString script = QStringLiteral("# 均线\nbuy.close,0>ma,5,0");
     {
@@ -183,7 +160,8 @@ void WorkbenchTest::anExportedScriptGetsItsExtensionAndIsThereNextTime()
         window.workbench()->editor()->setPlainText(script);
         QCOMPARE(window.exportScript(m_workDir.filePath(QStringLiteral("mine"))),
                  m_workDir.filePath(QStringLiteral("mine.script")));
-        QVERIFY(QFile::exists(m_workDir.filePath(QStringLiteral("mine.script"))));
+        QCOMPARE(readTestFile(m_workDir.filePath(QStringLiteral("mine.script"))),
+                 TextFile::encode(script, TextEncoding::Gbk));
         QVERIFY(!QFile::exists(m_workDir.filePath(QStringLiteral("mine"))));
         // A name with an extension is taken as it is.
         QCOMPARE(window.exportScript(m_workDir.filePath(QStringLiteral("mine.txt"))),
@@ -195,29 +173,6 @@ void WorkbenchTest::anExportedScriptGetsItsExtensionAndIsThereNextTime()
     OrvelAnalyst again;
     QCOMPARE(again.workbench()->editor()->toPlainText(), script);
     QCOMPARE(again.size(), QSize(640, 480));
-}
-
-void WorkbenchTest::aTooShortImportSaysWhyNothingChanged()
-{
-    OrvelAnalyst window;
-    window.show();
-    const QString before = window.workbench()->editor()->toPlainText();
-    QFile shortFile(m_workDir.filePath(QStringLiteral("short.script")));
-    QVERIFY(shortFile.open(QIODevice::WriteOnly));
-    shortFile.write("buy.close,0>open,0");
-    shortFile.close();
-    QStringList boxes;
-    ModalWatcher watcher([&boxes](QWidget *modal) {
-        auto *box = qobject_cast<OrvelStockMsgBox *>(modal);
-        QVERIFY(box);
-        boxes << box->text();
-    });
-    window.importScript(shortFile.fileName());
-    window.importScript(m_workDir.filePath(QStringLiteral("missing.script")));
-    QCOMPARE(boxes.size(), 2);
-    QVERIFY2(boxes[0].contains(QStringLiteral("只有18个字符")), qPrintable(boxes[0]));
-    QVERIFY(boxes[1].contains(QStringLiteral("无法读取")));
-    QCOMPARE(window.workbench()->editor()->toPlainText(), before);
 }
 
 QTEST_MAIN(WorkbenchTest)
