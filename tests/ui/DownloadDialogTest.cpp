@@ -4,14 +4,6 @@
 #include "../quotes/LocalQuoteServer.h"
 #include "WidgetTestSupport.h"
 
-#include <QDir>
-#include <QFile>
-#include <QLabel>
-#include <QMessageBox>
-#include <QPlainTextEdit>
-#include <QTemporaryDir>
-#include <QtTest>
-
 class DownloadDialogTest : public QObject {
     Q_OBJECT
 
@@ -22,21 +14,6 @@ private slots:
     void replacingFilesOfAnotherAdjustmentIsAskedFirst();
 
 private:
-    QPushButton *button(DownloadDialog &dialog, const QString &text)
-    {
-        for (QPushButton *b : dialog.findChildren<QPushButton *>()) {
-            if (b->text() == text)
-                return b;
-        }
-        return nullptr;
-    }
-
-    static QByteArray readFile(const QString &path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
     QTemporaryDir m_workDir;
 };
 
@@ -48,13 +25,13 @@ void DownloadDialogTest::cancellingStopsTheRequestInFlightAndFreesTheWindow()
     qputenv("ORVEL_QUOTE_HOST", server.host().toLatin1());
     DownloadDialog dialog;
     dialog.codesEditor()->setPlainText(QStringLiteral("600000"));
-    QPushButton *start = button(dialog, QStringLiteral("开始下载"));
+    QPushButton *start = button(&dialog, QStringLiteral("开始下载"));
     QVERIFY(start);
 
     start->click();
     QTRY_VERIFY(!server.requests().empty());
     QVERIFY(!start->isEnabled());
-    button(dialog, QStringLiteral("取消"))->click();
+    button(&dialog, QStringLiteral("取消"))->click();
     QTRY_VERIFY_WITH_TIMEOUT(start->isEnabled(), 2000);
     QVERIFY(dialog.log()->toPlainText().contains(QStringLiteral("600000: 失败, 已取消")));
     QVERIFY(dialog.log()->toPlainText().endsWith(QStringLiteral("已取消: 0 个已保存, 1 个失败")));
@@ -64,15 +41,13 @@ void DownloadDialogTest::cancellingStopsTheRequestInFlightAndFreesTheWindow()
 
 void DownloadDialogTest::aDataDirectoryThatCannotBeMadeIsSaidAtOnce()
 {
-    QFile blocker(QStringLiteral("data"));
     QVERIFY(QDir(QStringLiteral("data")).removeRecursively());
-    QVERIFY(blocker.open(QIODevice::WriteOnly));
-    blocker.close();
+    QVERIFY(writeTestFile(QStringLiteral("data"), "not a folder"));
     DownloadDialog dialog;
     dialog.codesEditor()->setPlainText(QStringLiteral("600000"));
-    button(dialog, QStringLiteral("开始下载"))->click();
+    button(&dialog, QStringLiteral("开始下载"))->click();
     QVERIFY(dialog.log()->toPlainText().endsWith(QStringLiteral("无法建立数据目录 data")));
-    QVERIFY(button(dialog, QStringLiteral("开始下载"))->isEnabled());
+    QVERIFY(button(&dialog, QStringLiteral("开始下载"))->isEnabled());
 }
 
 // 后复权 prices written over 不复权 ones would make every ex-rights day of
@@ -88,11 +63,7 @@ void DownloadDialogTest::replacingFilesOfAnotherAdjustmentIsAskedFirst()
     const QString file = target.filePath(QStringLiteral("600000"));
     QByteArray unadjusted = adjusted;
     unadjusted.replace("hfqday", "day");
-    {
-        QFile out(file);
-        QVERIFY(out.open(QIODevice::WriteOnly));
-        out.write(unadjusted);
-    }
+    QVERIFY(writeTestFile(file, unadjusted));
     DownloadDialog dialog;
     dialog.setTargetDir(target.path());
     QCOMPARE(dialog.findChild<QLabel *>(QStringLiteral("targetDir"))->text(),
@@ -101,24 +72,20 @@ void DownloadDialogTest::replacingFilesOfAnotherAdjustmentIsAskedFirst()
     dialog.codesEditor()->setPlainText(QStringLiteral("600000.SH x"));
     QStringList asked;
     QString answer = QStringLiteral("取消");
-    ModalWatcher watcher([&](QWidget *modal) {
-        QVERIFY(qobject_cast<QMessageBox *>(modal));
-        asked << static_cast<QMessageBox *>(modal)->text();
-        pressButton(modal, answer);
-    });
-    QPushButton *start = button(dialog, QStringLiteral("开始下载"));
+    ModalWatcher watcher(answerQuestions(asked, answer));
+    QPushButton *start = button(&dialog, QStringLiteral("开始下载"));
     start->click();
     QCOMPARE(asked.size(), 1);
     QVERIFY2(asked[0].contains(QStringLiteral("1个要替换的文件是不复权数据，这次下载的是后复权数据")),
              qPrintable(asked[0]));
     QVERIFY(server.requests().empty());
-    QCOMPARE(readFile(file), unadjusted);
+    QCOMPARE(readTestFile(file), unadjusted);
 
     answer = QStringLiteral("仍然下载");
     start->click();
     QTRY_VERIFY_WITH_TIMEOUT(start->isEnabled() && !server.requests().empty(), 10000);
     QCOMPARE(asked.size(), 2);
-    QCOMPARE(readFile(file), adjusted);
+    QCOMPARE(readTestFile(file), adjusted);
     QVERIFY2(dialog.log()->toPlainText().endsWith(QStringLiteral("完成: 1 个已保存, 0 个失败, 1 个代码无效")),
              qPrintable(dialog.log()->toPlainText()));
     qunsetenv("ORVEL_QUOTE_HOST");

@@ -4,14 +4,6 @@
 #include "ui/ImportDialog.h"
 #include "ui/OrvelAnalyst.h"
 
-#include <QComboBox>
-#include <QDir>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QSignalSpy>
-#include <QTemporaryDir>
-#include <QtTest>
-
 class ImportTest : public QObject {
     Q_OBJECT
 
@@ -27,23 +19,15 @@ void ImportTest::importingDayFilesFillsTheDataFolderWithoutBlockingTheWindow()
 {
     const QString lday = m_workDir.filePath(QStringLiteral("vipdoc/sz/lday"));
     QVERIFY(QDir().mkpath(lday));
-    for (const char *name : {"sz000001.day", "sz000002.day", "sz399001.day"}) {
-        QFile file(lday + QLatin1Char('/') + QLatin1String(name));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(dayFileBytes(randomDays(30, 1)));
-    }
-    QFile broken(lday + QStringLiteral("/sz000003.day"));
-    QVERIFY(broken.open(QIODevice::WriteOnly));
-    broken.write(QByteArray(40, 'x')); // not whole days
-    broken.close();
+    for (const char *name : {"sz000001.day", "sz000002.day", "sz399001.day"})
+        QVERIFY(
+            writeTestFile(lday + QLatin1Char('/') + QLatin1String(name), dayFileBytes(randomDays(30, 1))));
+    QVERIFY(writeTestFile(lday + QStringLiteral("/sz000003.day"), QByteArray(40, 'x'))); // not whole days
 
     OrvelAnalyst window;
     window.show();
     const QString data = m_workDir.filePath(QStringLiteral("data"));
-    QFile config(QStringLiteral("config.conf"));
-    QVERIFY(config.open(QIODevice::WriteOnly));
-    config.write("config.source.k.dir," + data.toUtf8());
-    config.close();
+    QVERIFY(writeTestFile(QStringLiteral("config.conf"), "config.source.k.dir," + data.toUtf8()));
     menuAction(window, QStringLiteral("配置"), QStringLiteral("导入数据…"))->trigger();
     auto *dialog = window.findChild<ImportDialog *>();
     QVERIFY(dialog && dialog->isVisible() && !dialog->isModal());

@@ -9,12 +9,6 @@
 #include "ui/MarketTableModel.h"
 #include "ui/TableCsvExport.h"
 
-#include <QAbstractItemModelTester>
-#include <QHeaderView>
-#include <QLineEdit>
-#include <QTableView>
-#include <QTemporaryDir>
-#include <QtTest>
 #include <qcustomplot.h>
 
 namespace {
@@ -35,13 +29,7 @@ QByteArray klineFile(int days, double close)
     return text + "]";
 }
 
-QStringList codes(const QTableView *table)
-{
-    QStringList shown;
-    for (int row = 0; row < table->model()->rowCount(); ++row)
-        shown << table->model()->index(row, MarketTableModel::Code).data().toString();
-    return shown;
-}
+QStringList codes(const QTableView *table) { return columnTexts(table->model(), MarketTableModel::Code); }
 
 } // namespace
 
@@ -66,11 +54,8 @@ void MarketBrowserTest::openBrowser(const QTemporaryDir &dir)
                                                                  {"601000", 10, 10.0},
                                                                  {"000001", 40, 10.4},
                                                                  {"300001", 3, 12}};
-    for (const auto &[code, days, close] : stocks) {
-        QFile file(dir.filePath(QString::fromLatin1(code)));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(klineFile(days, close));
-    }
+    for (const auto &[code, days, close] : stocks)
+        QVERIFY(writeTestFile(dir.filePath(QString::fromLatin1(code)), klineFile(days, close)));
     m_browser = std::make_unique<MarketBrowser>(KLineSource{dir.path()});
     new QAbstractItemModelTester(m_browser->table()->model(), m_browser.get());
     m_browser->show();
@@ -135,9 +120,9 @@ void MarketBrowserTest::enterOpensTheChartAndPageKeysStepThroughTheShownList()
     m_browser->prefixEdit()->clear();
     QTableView *table = m_browser->table();
     table->sortByColumn(MarketTableModel::Days, Qt::DescendingOrder);
-    const QRect first = table->visualRect(table->model()->index(0, 0));
-    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, first.center());
-    QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, first.center());
+    clickRow(table, 0);
+    QTest::mouseDClick(table->viewport(), Qt::LeftButton, {},
+                       table->visualRect(table->model()->index(0, 0)).center());
     QCOMPARE(chart->code(), QStringLiteral("000001"));
     QTest::keyClick(chart, Qt::Key_PageDown);
     QCOMPARE(chart->code(), QStringLiteral("600000"));
@@ -150,12 +135,10 @@ void MarketBrowserTest::aTableExportsAsASpreadsheetReadsIt()
     m_browser->prefixEdit()->setText(QStringLiteral("6000"));
     const QString path = dir.filePath(QStringLiteral("list.csv"));
     QCOMPARE(TableCsvExport::write(*m_browser->table()->model(), path), QString());
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.read(3), QByteArray("\xEF\xBB\xBF"));
-    QCOMPARE(QString::fromUtf8(file.readAll()), QStringLiteral("代码,日期,收盘,涨幅,天数\r\n"
-                                                               "600000,2024-01-30,11.00,10.00,30\r\n"
-                                                               "600001,2024-01-20,9.50,-5.00,20\r\n"));
+    QCOMPARE(readTestFile(path), QStringLiteral("\uFEFF代码,日期,收盘,涨幅,天数\r\n"
+                                                "600000,2024-01-30,11.00,10.00,30\r\n"
+                                                "600001,2024-01-20,9.50,-5.00,20\r\n")
+                                     .toUtf8());
     // Fields that would split a row are quoted.
     QCOMPARE(SpreadsheetCsv::bytes({"a"}, {{"x,\"y\""}}), QByteArray("\xEF\xBB\xBF"
                                                                      "a\r\n\"x,\"\"y\"\"\"\r\n"));
