@@ -1,9 +1,11 @@
-// A user reads the results window: sorts the trades, and clicks a trade to
-// see it on its stock's chart.
+// A user reads the results window: sorts the trades, clicks a trade to see it
+// on its stock's chart, and reads and exports the 统计 page.
 #include "WidgetTestSupport.h"
 #include "market/TextFile.h"
+#include "report/ReportHtml.h"
 #include "ui/CandlestickView.h"
 #include "ui/LoadedStocks.h"
+#include "ui/ReportPage.h"
 #include "ui/StockListViewStrategy.h"
 #include "ui/StrategyViewWidget.h"
 #include "ui/TradeMarks.h"
@@ -28,6 +30,21 @@ QStringList column(const QTableView *table, int index) { return columnTexts(tabl
 
 QString dateOf(const Stock &bar) { return QString::fromLatin1(bar.date.data(), qsizetype(bar.date.size())); }
 
+StrategyReport sampleReport()
+{
+    static const std::string days[] = {"2023-12-29", "2024-01-02", "2024-01-03", "2024-02-01"};
+    const float closes[] = {10, 11, 9.9f, 10.89f};
+    std::vector<Stock> bars(4);
+    for (size_t i = 0; i < bars.size(); ++i)
+        std::tie(bars[i].date, bars[i].close) = std::tie(days[i], closes[i]);
+    ReportMarket market;
+    market.addStock(0, QStringLiteral("600000"), bars);
+    const std::vector<ReportTrade> trades = {
+        {"600000", "2024-01-02", 11, "2024-01-03", 9.9, 2, TradeExit::StopLoss, true, true},
+        {"600000", "2024-01-03", 9.9, "2024-02-01", 10.89, 2, TradeExit::SalePoint, true, true}};
+    return computeReport(trades, market, ReportSettings());
+}
+
 } // namespace
 
 class ResultsWindowTest : public QObject {
@@ -35,11 +52,11 @@ class ResultsWindowTest : public QObject {
 
 private slots:
     void initTestCase();
-    void tradesAppearInRunOrderWithTheirGain();
-    void sortingByGainPriceOrDaysIsNumeric();
+    void tradesShowInRunOrderAndSortByTheirNumbers();
     void aWholeMarketOfTradesShowsAtOnceInAResizableWindow();
     void clickingATradeShowsItOnItsStocksChart();
     void daysWrittenInChineseAreFoundAndNamed();
+    void theStatisticsPageShowsAndExportsTheReport();
 
 private:
     QString m_dir;
@@ -58,44 +75,34 @@ void ResultsWindowTest::initTestCase()
     QVERIFY(m_series.size() > 120);
 }
 
-void ResultsWindowTest::tradesAppearInRunOrderWithTheirGain()
-{
-    StrategyViewWidget results;
-    results.fill({trade("600000", "2021-03-01", 10, 11.5), trade("000001", "2021-01-04", 0, 5),
-                  trade("300001", "2021-02-01", 12.3456789, 12.3456789)});
-    StockListViewStrategy *table = results.table();
-    QCOMPARE(column(table, 0), (QStringList{"600000", "000001", "300001"}));
-    QCOMPARE(column(table, 2), (QStringList{"10", "0", "12.3457"}));
-    QCOMPARE(column(table, 6), (QStringList{"15.00", "0.00", "0.00"})); // no gain without a buy price
-
-    // Gains in red, losses in green.
-    const QModelIndex gain = table->model()->index(0, 6);
-    QCOMPARE(gain.data(Qt::ForegroundRole).value<QBrush>().color(), QColor(Qt::red));
-    results.fill({trade("600000", "2021-03-01", 10, 9)});
-    QCOMPARE(column(table, 6), QStringList{"-10.00"});
-    QCOMPARE(table->model()->index(0, 6).data(Qt::ForegroundRole).value<QBrush>().color(),
-             QColor(Qt::darkGreen));
-}
-
-void ResultsWindowTest::sortingByGainPriceOrDaysIsNumeric()
+void ResultsWindowTest::tradesShowInRunOrderAndSortByTheirNumbers()
 {
     StrategyViewWidget results;
     StockListViewStrategy *table = results.table();
     QAbstractItemModelTester trades(table->trades(), QAbstractItemModelTester::FailureReportingMode::QtTest);
     QAbstractItemModelTester sorted(table->sorted(), QAbstractItemModelTester::FailureReportingMode::QtTest);
-    std::vector<TradeRecord> rows = {trade("000001", "2021-01-04", 10, 20),
-                                     trade("000002", "2021-01-04", 9.5, 9.1675),
-                                     trade("000003", "2021-01-04", 25, 28)};
+    std::vector<TradeRecord> rows = {
+        trade("600000", "2021-03-01", 10, 11.5), trade("000001", "2021-01-04", 0, 5),
+        trade("300001", "2021-02-01", 12.3456789, 24.6913578), trade("000002", "2021-01-04", 9.5, 9.1675)};
     rows[0].holdDays = 10;
     results.fill(rows);
-    table->horizontalHeader()->setSortIndicator(6, Qt::AscendingOrder); // as a header click does
-    QCOMPARE(column(table, 6), (QStringList{"-3.50", "12.00", "100.00"}));
+    QCOMPARE(column(table, 0), (QStringList{"600000", "000001", "300001", "000002"}));
+    QCOMPARE(column(table, 2), (QStringList{"10", "0", "12.3457", "9.5"}));
+    QCOMPARE(column(table, 6), (QStringList{"15.00", "0.00", "100.00", "-3.50"})); // none without a buy price
+    // Gains in red, losses in green.
+    QCOMPARE(table->model()->index(0, 6).data(Qt::ForegroundRole).value<QBrush>().color(), QColor(Qt::red));
+    QCOMPARE(table->model()->index(3, 6).data(Qt::ForegroundRole).value<QBrush>().color(),
+             QColor(Qt::darkGreen));
+
+    // As a header click does: numbers sort as numbers, where their texts would not.
+    table->horizontalHeader()->setSortIndicator(6, Qt::AscendingOrder);
+    QCOMPARE(column(table, 6), (QStringList{"-3.50", "0.00", "15.00", "100.00"}));
     table->horizontalHeader()->setSortIndicator(2, Qt::AscendingOrder);
-    QCOMPARE(column(table, 2), (QStringList{"9.5", "10", "25"}));
+    QCOMPARE(column(table, 2), (QStringList{"0", "9.5", "10", "12.3457"}));
     table->horizontalHeader()->setSortIndicator(5, Qt::AscendingOrder);
-    QCOMPARE(column(table, 5), (QStringList{"2", "2", "10"}));
+    QCOMPARE(column(table, 5), (QStringList{"2", "2", "2", "10"}));
     table->horizontalHeader()->setSortIndicator(0, Qt::DescendingOrder);
-    QCOMPARE(column(table, 0), (QStringList{"000003", "000002", "000001"}));
+    QCOMPARE(column(table, 0), (QStringList{"600000", "300001", "000002", "000001"}));
 }
 
 void ResultsWindowTest::aWholeMarketOfTradesShowsAtOnceInAResizableWindow()
@@ -167,6 +174,39 @@ void ResultsWindowTest::daysWrittenInChineseAreFoundAndNamed()
     QCOMPARE(results.chart()->candles()->data()->size(), 12);
     QCOMPARE(results.chart()->marks().buy()->data()->begin()->key, 2 * kChartDay);
     QVERIFY(results.chart()->titleText().contains(QStringLiteral("2021年1月3日")));
+}
+
+// The 统计 page: the report's figures, and its files written on request.
+void ResultsWindowTest::theStatisticsPageShowsAndExportsTheReport()
+{
+    StrategyViewWidget window;
+    const StrategyReport report = sampleReport();
+    window.setReport(report);
+    ReportPage *page = window.reportPage();
+    QCOMPARE(page->figureText(QStringLiteral("总收益率")), reportPercent(report.account.totalReturn));
+    QCOMPARE(page->figureText(QStringLiteral("胜率")), QStringLiteral("50.00%"));
+    QCOMPARE(page->figureText(QStringLiteral("回撤恢复")), QStringLiteral("未恢复"));
+
+    // Tables sort by the number behind a text.
+    const QAbstractItemModel *years = page->yearTable()->model();
+    QCOMPARE(years->index(1, 0).data().toString(), QStringLiteral("2024"));
+    QCOMPARE(years->index(1, 4).data().toString(), reportPercent(report.byYear[1].accountReturn));
+    QCOMPARE(years->index(1, 4).data(Qt::UserRole).toDouble(), *report.byYear[1].accountReturn);
+    QCOMPARE(page->monthTable()->model()->index(1, 2).data().toString(),
+             reportPercent(report.monthly[2].accountReturn));
+    const QAbstractItemModel *exits = page->exitTable()->model();
+    QCOMPARE(exits->index(2, 0).data().toString() + exits->index(2, 1).data().toString(),
+             QStringLiteral("止损1"));
+    // A loss is green and a gain red, as Chinese traders read them.
+    QCOMPARE(exits->index(2, 3).data(Qt::ForegroundRole).value<QBrush>().color(), QColor(21, 128, 61));
+    QCOMPARE(exits->index(0, 3).data(Qt::ForegroundRole).value<QBrush>().color(), QColor(200, 16, 46));
+    QCOMPARE(page->accountPlot()->graphCount(), 3);
+    QCOMPARE(page->accountPlot()->graph(0)->dataCount(), 4);
+
+    QTemporaryDir dir;
+    QCOMPARE(page->exportTo(dir.path()), QString());
+    QVERIFY(readTestFile(dir.filePath(QStringLiteral("report.html"))).contains("data:image/png;base64,"));
+    QVERIFY(QFileInfo::exists(dir.filePath(QStringLiteral("report.json"))));
 }
 
 QTEST_MAIN(ResultsWindowTest)
