@@ -1,9 +1,11 @@
-// A user opens the program, imports a script, edits the configuration and
-// asks for help.
+// A user opens the program, imports a script, edits the configuration, asks
+// for help and imports a terminal's day files.
+#include "../DayFileSupport.h"
 #include "WidgetTestSupport.h"
 #include "market/TextFile.h"
 #include "ui/DownloadDialog.h"
 #include "ui/HelpViewer.h"
+#include "ui/ImportDialog.h"
 #include "ui/OrvelAnalyst.h"
 #include "ui/StockConfigWidget.h"
 
@@ -26,6 +28,7 @@ private slots:
     void theConfigurationEditorSavesAndReloads();
     void helpOpensLocalPages();
     void qtDialogsSpeakChinese();
+    void importingDayFilesFillsTheDataFolderWithoutBlockingTheWindow(); // after the configuration's test
 
 private:
     // Triggers the menu entry and types `path` into the file dialog it opens.
@@ -164,6 +167,36 @@ void MainWindowTest::qtDialogsSpeakChinese()
     QTranslator translator;
     QVERIFY(translator.load(QStringLiteral(":qrc/qt_zh_CN.qm"))); // fails if a catalogue it names is missing
     QCOMPARE(translator.translate("QFileDialog", "Open"), QStringLiteral("打开"));
+}
+
+// A terminal's day files brought into the data folder.
+void MainWindowTest::importingDayFilesFillsTheDataFolderWithoutBlockingTheWindow()
+{
+    const QString lday = m_workDir.filePath(QStringLiteral("vipdoc/sz/lday"));
+    QVERIFY(QDir().mkpath(lday));
+    for (const char *name : {"sz000001.day", "sz000002.day", "sz399001.day"})
+        QVERIFY(
+            writeTestFile(lday + QLatin1Char('/') + QLatin1String(name), dayFileBytes(randomDays(30, 1))));
+    QVERIFY(writeTestFile(lday + QStringLiteral("/sz000003.day"), QByteArray(40, 'x'))); // not whole days
+
+    OrvelAnalyst window;
+    window.show();
+    const QString data = m_workDir.filePath(QStringLiteral("data"));
+    QVERIFY(writeTestFile(QStringLiteral("config.conf"), "config.source.k.dir," + data.toUtf8()));
+    menuAction(window, QStringLiteral("配置"), QStringLiteral("导入数据…"))->trigger();
+    auto *dialog = window.findChild<ImportDialog *>();
+    QVERIFY(dialog && dialog->isVisible() && !dialog->isModal());
+    dialog->sourceEdit()->setText(m_workDir.filePath(QStringLiteral("vipdoc")));
+    QCOMPARE(dialog->formatBox()->currentData().toString(), QStringLiteral("tdx"));
+
+    QSignalSpy finished(dialog, &ImportDialog::importFinished);
+    pressButton(dialog, QStringLiteral("开始导入"));
+    QVERIFY(finished.wait(10000));
+    QCOMPARE(QDir(data).entryList(QDir::Files), (QStringList{"000001", "000002"}));
+    const QString log = dialog->log()->toPlainText();
+    QVERIFY2(log.contains(QStringLiteral("完成: 2 个已导入, 1 个跳过")), qPrintable(log));
+    QVERIFY(log.contains(QStringLiteral("sz000003.day")));
+    dialog->close();
 }
 
 QTEST_MAIN(MainWindowTest)

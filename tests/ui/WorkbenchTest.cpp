@@ -1,5 +1,5 @@
-// A trader writes and checks a script: where an error is and why, what is
-// questionable before the run, and nothing of the work is lost.
+// A trader writes and checks a script: its colours, where an error is and
+// why, what is questionable before the run, and nothing of the work is lost.
 #include "WidgetTestSupport.h"
 #include "market/TextFile.h"
 #include "ui/OrvelAnalyst.h"
@@ -18,6 +18,19 @@ QPoint pointAt(ScriptEditor *editor, int line, int column)
     return editor->cursorRect(cursor).center();
 }
 
+// The format of the first character of `text` on line `line` (from 0), as the highlighter left it.
+QTextCharFormat formatAt(const QTextEdit *editor, int line, const QString &text)
+{
+    const QTextBlock block = editor->document()->findBlockByNumber(line);
+    const qsizetype position = block.text().indexOf(text);
+    QTextCharFormat result;
+    for (const QTextLayout::FormatRange &range : block.layout()->formats()) {
+        if (position >= range.start && position < range.start + range.length)
+            result = range.format;
+    }
+    return result;
+}
+
 } // namespace
 
 class WorkbenchTest : public QObject {
@@ -29,6 +42,7 @@ private slots:
         QVERIFY(QDir::setCurrent(m_workDir.path()));
         QSettings().clear();
     }
+    void namesOfTheLanguageAndCommentsAreColoured();
     void aCompileErrorMarksItsLineAndSaysWhy();
     void aValueThatIsNotANumberIsUnderlinedBeforeTheRun();
     void theSettingsARunUsedAreShownAfterIt();
@@ -38,6 +52,27 @@ private slots:
 private:
     QTemporaryDir m_workDir;
 };
+
+void WorkbenchTest::namesOfTheLanguageAndCommentsAreColoured()
+{
+    OrvelAnalyst window;
+    const QTextEdit *editor = window.workbench()->editor();
+    window.workbench()->editor()->setPlainText(QStringLiteral(
+        "buy.close,0>ma,5,0 // a note\nbuy.k.旭日东升,0\nconfig.trade.max.count,3\n// close,0"));
+    const auto colour = [editor](int line, const char *text) {
+        return formatAt(editor, line, QString::fromUtf8(text)).foreground().color();
+    };
+    QCOMPARE(colour(0, "close"), QColor(Qt::darkBlue));
+    QCOMPARE(formatAt(editor, 0, QStringLiteral("close")).fontWeight(), int(QFont::Bold));
+    QCOMPARE(colour(0, "ma,"), QColor(Qt::darkBlue));
+    QVERIFY(!formatAt(editor, 0, QStringLiteral("buy")).hasProperty(QTextFormat::ForegroundBrush));
+    QCOMPARE(colour(0, "// a"), QColor(Qt::red));
+    QCOMPARE(colour(0, "note"), QColor(Qt::red));
+    QCOMPARE(colour(3, "close"), QColor(Qt::red)); // a name in a comment is comment
+    // The vocabulary holds the pattern names and the configuration keys too.
+    QCOMPARE(colour(1, "旭日"), QColor(Qt::darkBlue));
+    QCOMPARE(colour(2, "max"), QColor(Qt::darkBlue));
+}
 
 void WorkbenchTest::aCompileErrorMarksItsLineAndSaysWhy()
 {
