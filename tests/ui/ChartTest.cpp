@@ -66,8 +66,7 @@ class ChartTest : public QObject {
 private slots:
     void initTestCase();
     void init();
-    void aTradeIsMarkedAtItsDaysAndPricesAmongTheDaysAroundIt();
-    void aPendingBuyShowsTheStockToItsLastBarWithTheSignalDayMarked();
+    void aTradeOrAPendingBuyIsMarkedAmongTheDaysAroundIt();
     void everyLineIsWhatEvalComputesForTheStock();
     void zoomingAndDraggingMoveTheDaysAndThePricesFollow();
     void theCrosshairReadsTheBarUnderTheMouse();
@@ -99,7 +98,7 @@ void ChartTest::init()
     QVERIFY(QTest::qWaitForWindowExposed(m_chart.get()));
 }
 
-void ChartTest::aTradeIsMarkedAtItsDaysAndPricesAmongTheDaysAroundIt()
+void ChartTest::aTradeOrAPendingBuyIsMarkedAmongTheDaysAroundIt()
 {
     const TradeRecord sold = trade(m_stock, 100, 104, 12.25);
     QVERIFY(m_chart->showTrade(m_stock, sold));
@@ -121,11 +120,9 @@ void ChartTest::aTradeIsMarkedAtItsDaysAndPricesAmongTheDaysAroundIt()
     const int last = m_stock.size() - 1;
     QVERIFY(m_chart->showTrade(m_stock, trade(m_stock, last - 3, last, 10)));
     QCOMPARE(daysInView(*m_chart), std::make_pair(last - 65, last));
-}
 
-void ChartTest::aPendingBuyShowsTheStockToItsLastBarWithTheSignalDayMarked()
-{
-    const int last = m_stock.size() - 1;
+    // A buy still waiting shows the stock to its last bar with the signal day
+    // marked, and none of the sold trade's marks.
     TradeRecord pending;
     pending.code = m_stock.code;
     pending.status = TradeStatus::PendingBuy;

@@ -94,11 +94,13 @@ Widget *child(const QWidget &window, const char *name)
     return window.findChild<Widget *>(QString::fromLatin1(name));
 }
 
-// Clicks the row's first cell, as a user would.
-inline void clickRow(QTableView *table, int row)
+// Clicks the row's first cell as a user would, and again as a double-click if `twice`.
+inline void clickRow(QTableView *table, int row, bool twice = false)
 {
-    QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
-                      table->visualRect(table->model()->index(row, 0)).center());
+    const QPoint at = table->visualRect(table->model()->index(row, 0)).center();
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, at);
+    if (twice)
+        QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, at);
 }
 
 // The texts of one column, in the order shown.
