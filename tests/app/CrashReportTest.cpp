@@ -12,6 +12,7 @@
 #include <QTemporaryDir>
 
 #include <ctime>
+#include <tuple>
 
 #include <unistd.h>
 
@@ -83,7 +84,6 @@ TEST(CrashReport, EachFaultLeavesOneReportNamedByTimeAndExitsWithOne)
     for (const FaultCase &c : cases) {
         SCOPED_TRACE(c.fault);
         QTemporaryDir work;
-        ASSERT_TRUE(work.isValid());
 
         const ProbeRun run = runProbe(QString::fromLatin1(c.fault), work.path());
         EXPECT_EQ(run.exitCode, 1);
@@ -119,7 +119,6 @@ TEST(CrashReport, EachFaultLeavesOneReportNamedByTimeAndExitsWithOne)
 TEST(CrashReport, NormalRunLeavesNoReport)
 {
     QTemporaryDir work;
-    ASSERT_TRUE(work.isValid());
     EXPECT_EQ(runProbe(QStringLiteral("none"), work.path()).exitCode, 0);
     EXPECT_TRUE(QDir(work.path()).isEmpty());
 }
@@ -131,7 +130,6 @@ TEST(CrashReport, ACrashPathThatIsNotARealDirectoryGetsNoReportButStillExitsWith
     for (const bool link : {false, true}) {
         SCOPED_TRACE(link ? "symlink" : "plain file");
         QTemporaryDir work;
-        ASSERT_TRUE(work.isValid());
         const QString crash = work.filePath(QStringLiteral("crash"));
         const QString elsewhere = work.filePath(QStringLiteral("elsewhere"));
         ASSERT_TRUE(QDir().mkpath(elsewhere));
@@ -149,7 +147,6 @@ TEST(CrashReport, OnlyTheTwentyNewestReportsAreKept)
     // 25 earlier reports in one second, their milliseconds from 80 to 104:
     // "100" is newer than "99" although it sorts before it as text.
     QTemporaryDir work;
-    ASSERT_TRUE(work.isValid());
     const QString crash = work.filePath(QStringLiteral("crash"));
     ASSERT_TRUE(QDir().mkpath(crash));
     const auto earlier = [](int ms) {
@@ -172,7 +169,6 @@ TEST(CrashReport, OnlyTheTwentyNewestReportsAreKept)
 TEST(CrashReport, ANameThatExistsIsNeverOpenedNorFollowed)
 {
     QTemporaryDir work;
-    ASSERT_TRUE(work.isValid());
     const QString victim = work.filePath(QStringLiteral("victim"));
     const QString absent = work.filePath(QStringLiteral("absent"));
     ASSERT_TRUE(writeTestFile(victim, "precious"));
@@ -204,12 +200,11 @@ TEST(CrashClock, AgreesWithTheCLibraryCalendar)
         const std::time_t t = static_cast<std::time_t>(seconds);
         std::tm expected = {};
         ASSERT_NE(gmtime_r(&t, &expected), nullptr);
-        const CrashClockTime actual = crashClockTime(seconds);
-        EXPECT_EQ(actual.year, expected.tm_year + 1900);
-        EXPECT_EQ(actual.month, expected.tm_mon + 1);
-        EXPECT_EQ(actual.day, expected.tm_mday);
-        EXPECT_EQ(actual.hour, expected.tm_hour);
-        EXPECT_EQ(actual.minute, expected.tm_min);
-        EXPECT_EQ(actual.second, expected.tm_sec);
+        expected.tm_year += 1900; // as the report writes them
+        expected.tm_mon += 1;
+        const CrashClockTime a = crashClockTime(seconds);
+        EXPECT_EQ(std::tie(a.year, a.month, a.day, a.hour, a.minute, a.second),
+                  std::tie(expected.tm_year, expected.tm_mon, expected.tm_mday, expected.tm_hour,
+                           expected.tm_min, expected.tm_sec));
     }
 }
