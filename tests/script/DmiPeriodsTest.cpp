@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 // A chart shows the DMI a strategy reads: the periods of its first DMI term.
-TEST(DmiPeriods, TheFirstDmiTermOfAStatementGivesThePeriods)
+TEST(DmiPeriods, TheFirstDmiTermOfAStatementGivesThePeriodsElseFourteenAndSix)
 {
     const QString script = QStringLiteral("# dmi.pdi,30,9,0 in a comment is not read\n"
                                           "config.trade.max.hold.day,3\n"
@@ -15,10 +15,7 @@ TEST(DmiPeriods, TheFirstDmiTermOfAStatementGivesThePeriods)
     const CompileResult compiled = CompiledStrategy::compile(StrategyConfig(), script);
     ASSERT_EQ(compiled.status, CompileResult::Status::Ok);
     EXPECT_EQ(compiled.strategy->dmiPeriods(), (DmiPeriods{20, 8}));
-}
-
-TEST(DmiPeriods, AScriptWithoutDmiGetsFourteenAndSix)
-{
+    // Without a DMI term, the usual fourteen and six.
     EXPECT_EQ(DmiPeriods::ofScript(QStringLiteral("buy.kdj.k,0<20\nsale.close,0>ma,5,0\n")),
               (DmiPeriods{14, 6}));
 }
