@@ -111,18 +111,3 @@ TEST(IntradayStop, FillsAtTheStopOrAtAnOpenBelowIt)
                        {kSignal, {"b", 10, 10, 10, 9, 1}, {"x", 10, 10.2, 10.3, 9.95, 7}, kQuietEnd}),
               QStringLiteral("600000,b,10,x,10.2,2,卖点\n"));
 }
-
-TEST(RuleKeys, NormaliseTheSaleSettingsLikeAnUnknownKey)
-{
-    StrategyConfig config;
-    EXPECT_EQ(config.parseConfigLine(QStringLiteral("config.trade.sale.point,OPEN")), 1);
-    EXPECT_EQ(config.salePoint, SalePoint::Unset);
-    EXPECT_EQ(config.parseConfigLine(QStringLiteral("config.trade.t1,yes")), 1);
-    EXPECT_EQ(config.salePoint, SalePoint::Close);
-    EXPECT_EQ(config.saleRapid, RapidSale::No);
-    EXPECT_TRUE(config.rules.t1);
-    EXPECT_EQ(config.parseConfigLine(QStringLiteral("config.trade.limit,adjusted")), 1);
-    EXPECT_EQ(config.rules.limit, TradeRules::Limit::Adjusted);
-    EXPECT_EQ(config.parseConfigLine(QStringLiteral("config.trade.limit,no")), 1);
-    EXPECT_FALSE(config.rules.limit != TradeRules::Limit::Off || config.rules.stopIntraday);
-}

@@ -3,7 +3,6 @@
 #include "market/CsvReader.h"
 #include "market/KLineSource.h"
 #include "market/StockLoader.h"
-#include "script/StrategyConfig.h"
 
 #include <gtest/gtest.h>
 
@@ -186,19 +185,4 @@ TEST(CsvFiles, SplitterKeepsQuotedSeparatorsAndLineBreaks)
     EXPECT_EQ(row, (QStringList{"x\ny", "z"}));
     EXPECT_FALSE(reader.readRow(row));
     EXPECT_EQ(CsvReader::guessSeparator(u"\"a;b\"\tc\td;e\n,,,,"), QLatin1Char('\t'));
-}
-
-TEST(DataSettings, TheStocksKeyAnswersAsAnUnknownKeyDoes)
-{
-    StrategyConfig known, unknown;
-    for (StrategyConfig *c : {&known, &unknown}) {
-        c->salePoint = SalePoint::Unset;
-        c->saleRapid = RapidSale::Yes;
-    }
-    EXPECT_EQ(known.parseConfigLine(QStringLiteral("config.source.k.stocks,all")),
-              unknown.parseConfigLine(QStringLiteral("config.no.such.key,all")));
-    EXPECT_EQ(known.kStocks, QStringLiteral("all"));
-    EXPECT_EQ(known.salePoint, SalePoint::Close);
-    EXPECT_EQ(known.salePoint, unknown.salePoint);
-    EXPECT_EQ(known.saleRapid, unknown.saleRapid);
 }

@@ -3,13 +3,22 @@
 
 #include <gtest/gtest.h>
 
-TEST(TextFiles, Utf8IsRecognisedAndEverythingElseIsGbk)
+TEST(TextFiles, Utf8IsRecognisedEverythingElseIsGbkAndBadBytesAreReplacedNeverLost)
 {
     const QString chinese = QStringLiteral("买入条件");
+    const QByteArray gbk = TextFile::encode(chinese, TextEncoding::Gbk);
+    EXPECT_EQ(gbk, QByteArray("\xC2\xF2\xC8\xEB\xCC\xF5\xBC\xFE"));
     EXPECT_EQ(TextFile::decode(chinese.toUtf8()), chinese);
+    EXPECT_EQ(TextFile::decode(gbk), chinese);
+    // One BOM, of either encoding, is dropped; a second one is text.
     EXPECT_EQ(TextFile::decode("\xEF\xBB\xBF" + chinese.toUtf8()), chinese);
-    EXPECT_EQ(TextFile::decode(TextFile::encode(chinese, TextEncoding::Gbk)), chinese);
-    EXPECT_EQ(TextFile::encode(chinese, TextEncoding::Gbk), QByteArray("\xC2\xF2\xC8\xEB\xCC\xF5\xBC\xFE"));
+    EXPECT_EQ(TextFile::decode("\x84\x31\x95\x33" + gbk), chinese);
+    EXPECT_EQ(TextFile::decode("\xEF\xBB\xBF\xEF\xBB\xBF"
+                               "buy."),
+              QStringLiteral("\uFEFFbuy."));
+    EXPECT_EQ(TextFile::decode("a\x80"
+                               "b\xFF"),
+              QStringLiteral("a\uFFFDb\uFFFD"));
 }
 
 // The GB18030 converter is kept between texts: a text that ends on a lead
