@@ -8,11 +8,11 @@
 #include <QtGlobal>
 
 #include <cstdio>
-#include <sys/stat.h>
-#include <sys/sysmacros.h>
-#include <initializer_list>
 #include <ostream>
 #include <string>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <vector>
 
 // Readable failures: texts as themselves, not as code units.
 inline void PrintTo(const QString &text, std::ostream *out) { *out << '"' << text.toStdString() << '"'; }
@@ -24,7 +24,7 @@ struct Day {
 };
 
 // K-line text of the given days, quoted as the quote service writes it.
-inline std::string klineText(std::initializer_list<Day> days)
+inline std::string klineText(const std::vector<Day> &days)
 {
     std::string text = "kline_dayhfq={\"data\":[";
     char day[256];
@@ -36,12 +36,23 @@ inline std::string klineText(std::initializer_list<Day> days)
     return text.append("]}");
 }
 
-inline StockSeries seriesOf(std::initializer_list<Day> days, const char *code = "600000")
+inline StockSeries seriesOf(const std::vector<Day> &days, const char *code = "600000")
 {
     StockSeries series;
     parseKLineText(klineText(days), series);
     series.code = QString::fromLatin1(code);
     return series;
+}
+
+// `count` flat days at 10 from 2020-01-10, the seventh with a volume of 500
+// (a buy signal for "buy.vol,0>value,100") and the others 1, as K-line text.
+inline QByteArray flatDays(int count = 9)
+{
+    QByteArray text = "[[";
+    for (int i = 0; i < count; ++i)
+        text += (i ? "],[" : "") + QByteArray("2020-01-") + QByteArray::number(10 + i) + ",10,10,10,10," +
+                (i == 6 ? "500" : "1");
+    return text + "]]";
 }
 
 // Collects the program's log lines while alive.

@@ -7,20 +7,6 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-namespace {
-
-QString writeScript(const QTemporaryDir &dir, const QByteArray &text)
-{
-    const QString path = dir.filePath(QStringLiteral("s.script"));
-    writeTestFile(path, text);
-    return path;
-}
-
-const QString kSampleData = QStringLiteral(ORVEL_SOURCE_DIR "/data");
-const QString kDefaultScript = QStringLiteral(ORVEL_SOURCE_DIR "/src/resources/default.script");
-
-} // namespace
-
 TEST(CommandLine, CompileErrorsAndMissingDataAreReportedWithTheirExitCodes)
 {
     QTemporaryDir dir;
@@ -104,23 +90,6 @@ TEST(CommandLine, ValuesReadAsZeroAndSkippedFilesAreToldOnStderrWithResultsUncha
     }
 }
 
-TEST(CommandLine, OutputIsTheSameForAnyNumberOfThreadsAndRuns)
-{
-    if (!QDir(kSampleData).exists())
-        GTEST_SKIP() << "no sample data";
-    QTemporaryDir dir;
-    QStringList csvs;
-    for (const char *jobs : {"1", "2", "2", "5"}) {
-        const QString out = dir.filePath(QStringLiteral("o%1.csv").arg(csvs.size()));
-        const CliRun run = runCli(
-            {"backtest", kDefaultScript, "--data", kSampleData, "--out", out, "--jobs", jobs}, dir.path());
-        ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
-        csvs << QString::fromLatin1(readTestFile(out).toHex());
-    }
-    EXPECT_FALSE(csvs[0].isEmpty());
-    EXPECT_EQ(csvs.count(csvs[0]), 4);
-}
-
 TEST(CommandLine, EvalPrintsEveryTermPerBarAndRefusesBadTerms)
 {
     QTemporaryDir dir;
@@ -159,11 +128,4 @@ TEST(CommandLine, RulesAddTheirEffectsLineAndCompareRulesShowsBothRuns)
     EXPECT_NE(lines.mid(6, 4), lines.mid(1, 4)); // the rules change the bundled data's results
     // The file is the run as written.
     EXPECT_EQ(readTestFile(bothCsv), readTestFile(plainCsv));
-
-    const QString script = writeScript(dir, readTestFile(kDefaultScript) + "\nconfig.trade.t1,yes");
-    const CliRun t1 = runCli({"backtest", script, "--data", kSampleData, "--out", bothCsv}, dir.path());
-    ASSERT_EQ(t1.exitCode, 0) << t1.err.toStdString();
-    EXPECT_TRUE(
-        t1.out.section(QLatin1Char('\n'), 4, 4).startsWith(QStringLiteral("规则影响: T+1 推迟卖出 ")));
-    EXPECT_TRUE(t1.out.contains(QStringLiteral("涨停未买入 0 笔, 跌停未卖出 0 笔, 盘中止损 0 笔")));
 }

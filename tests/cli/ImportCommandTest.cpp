@@ -22,8 +22,8 @@ const QStringList kTerms{"close,0",  "increase,0",     "swing,0",      "ma,5,0",
 // The backtest's output.csv and summary over `data` with the data format given.
 QByteArray backtest(const QTemporaryDir &work, const QString &data, const char *format)
 {
-    const QString script = work.filePath(QStringLiteral("s.script"));
-    writeTestFile(script, QByteArray("config.source.k.format,") + format + "\n" + kBusyScript);
+    const QString script =
+        writeScript(work, QByteArray("config.source.k.format,") + format + "\n" + kBusyScript);
     const QString out = work.filePath(QStringLiteral("output.csv"));
     QFile::remove(out);
     const CliRun run = runCli({"backtest", script, "--data", data, "--out", out, "--jobs", "2"}, work.path());

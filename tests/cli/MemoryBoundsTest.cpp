@@ -1,7 +1,8 @@
 // Memory grows with what a run must hold, not with how the input repeats
 // itself: a data file costs a small multiple of its size, and a script's
 // repeated terms cost nothing per day.
-#include "TestSupport.h"
+#include "CliRun.h"
+#include "DayFileSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -47,35 +48,13 @@ long long peakBytesOfRun(const QStringList &arguments)
     return (long long)usage.ru_maxrss * 1024;
 }
 
-// One stock of `days` days in the quote service's format, as a data folder.
+// One stock of `days` days as a data folder; the size of its file.
 qint64 writeStock(const QString &dir, int days)
 {
-    QByteArray text = "kline_dayqfq={\"code\":0,\"data\":{\"sz000001\":{\"qfqday\":[";
-    for (int day = 0; day < days; ++day) {
-        const double open = 10 + (day * 37 % 200) / 100.0;
-        text += QStringLiteral("%1[\"%2-%3-%4\",\"%5\",\"%6\",\"%7\",\"%8\",\"%9\"]")
-                    .arg(day ? "," : "")
-                    .arg(1990 + day / 300)
-                    .arg(day / 25 % 12 + 1, 2, 10, QLatin1Char('0'))
-                    .arg(day % 25 + 1, 2, 10, QLatin1Char('0'))
-                    .arg(open, 0, 'f', 2)
-                    .arg(open + 0.05, 0, 'f', 2)
-                    .arg(open + 0.12, 0, 'f', 2)
-                    .arg(open - 0.08, 0, 'f', 2)
-                    .arg(100000 + day % 977)
-                    .toLatin1();
-    }
-    text += "]}}}";
+    const QByteArray text = klineTextOf(randomDays(days, 1));
     QDir().mkpath(dir);
     writeTestFile(dir + QStringLiteral("/000001"), text);
     return text.size();
-}
-
-QString writeScript(const QTemporaryDir &dir, const QString &name, const QStringList &lines)
-{
-    const QString path = dir.filePath(name);
-    writeTestFile(path, lines.join(QLatin1Char('\n')).toUtf8());
-    return path;
 }
 
 long long peakOfBacktest(const QTemporaryDir &dir, const QString &script, const QString &data)
@@ -90,7 +69,7 @@ TEST(MemoryBounds, ALargeDataFileCostsAtMostThreeTimesItsSize)
 {
     QTemporaryDir dir;
     // Never buys: what the run holds beyond the program itself is the file.
-    const QString script = writeScript(dir, "quiet.script", {"buy.close,0>value,100000"});
+    const QString script = writeScript(dir, "buy.close,0>value,100000");
     writeStock(dir.filePath("small"), 10);
     const qint64 size = writeStock(dir.filePath("large"), 500000);
     const long long small = peakOfBacktest(dir, script, dir.filePath("small"));
@@ -109,8 +88,8 @@ TEST(MemoryBounds, RepeatedTermsShareOneLinePerStock)
     for (int i = 0; i < 1000; ++i)
         repeated << QStringLiteral("buy.ma,5,0>value,%1|ma,10,0>value,%1").arg(1000000 + i);
     repeated += repeated; // each line twice
-    const QString once = writeScript(dir, "once.script", {repeated.front()});
-    const QString many = writeScript(dir, "many.script", repeated);
+    const QString once = writeScript(dir, repeated.front().toUtf8(), "once.script");
+    const QString many = writeScript(dir, repeated.join(QLatin1Char('\n')).toUtf8(), "many.script");
     const long long single = peakOfBacktest(dir, once, dir.filePath("data"));
     const long long thousands = peakOfBacktest(dir, many, dir.filePath("data"));
     ASSERT_GT(single, 0);

@@ -10,18 +10,10 @@
 
 namespace {
 
-const QString kSampleData = QStringLiteral(ORVEL_SOURCE_DIR "/data");
-
-QString writeScript(const QTemporaryDir &dir)
-{
-    const QString path = dir.filePath(QStringLiteral("s.script"));
-    writeTestFile(path, "buy.close,0>open,0");
-    return path;
-}
-
 CliRun backtestInto(const QTemporaryDir &dir, const QString &out)
 {
-    return runCli({"backtest", writeScript(dir), "--data", kSampleData, "--out", out, "--jobs", "1"},
+    return runCli({"backtest", writeScript(dir, "buy.close,0>open,0"), "--data", kSampleData, "--out", out,
+                   "--jobs", "1"},
                   dir.path());
 }
 
@@ -86,7 +78,7 @@ TEST(OutputFiles, RunningOutOfMemoryEndsWithExitSixAndNoCrash)
     shell.start(QStringLiteral("/bin/sh"),
                 {"-c", QStringLiteral("ulimit -v 200000; exec \"%1\" backtest \"%2\" "
                                       "--data data --jobs 1")
-                           .arg(QStringLiteral(ORVEL_CLI), writeScript(dir))});
+                           .arg(QStringLiteral(ORVEL_CLI), writeScript(dir, "buy.close,0>open,0"))});
     ASSERT_TRUE(shell.waitForFinished(60000));
     EXPECT_EQ(shell.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(shell.exitCode(), 6);
@@ -103,7 +95,7 @@ TEST(OutputFiles, TheLogStartsAfreshPastTenMegabytesKeepingOnePreviousFile)
     // A listed file whose bare code is missing gives one log line.
     QDir(dir.path()).mkdir(QStringLiteral("data"));
     writeTestFile(dir.filePath(QStringLiteral("data/sh600000")), "x");
-    runCli({"backtest", writeScript(dir), "--data", "data"}, dir.path());
+    runCli({"backtest", writeScript(dir, "buy.close,0>open,0"), "--data", "data"}, dir.path());
     EXPECT_EQ(readTestFile(dir.filePath(QStringLiteral("output.txt.1"))), full);
     EXPECT_TRUE(readTestFile(dir.filePath(QStringLiteral("output.txt"))).contains("open file failed:"));
     EXPECT_LT(QFileInfo(dir.filePath(QStringLiteral("output.txt"))).size(), 1000);

@@ -11,9 +11,6 @@
 
 namespace {
 
-const QString kSampleData = QStringLiteral(ORVEL_SOURCE_DIR "/data");
-const QString kDefaultScript = QStringLiteral(ORVEL_SOURCE_DIR "/src/resources/default.script");
-
 CliRun backtest(const QTemporaryDir &dir, const QString &out, const QStringList &more)
 {
     return runCli(QStringList{"backtest", kDefaultScript, "--data", kSampleData, "--out", dir.filePath(out)} +
@@ -53,9 +50,8 @@ TEST(ReportCommand, WritesTheReportAndLeavesTheRunAsItWas)
 TEST(ReportCommand, TellsWhatTheScriptsOwnRulesChanged)
 {
     QTemporaryDir dir;
-    const QString script = dir.filePath("rules.script");
-    ASSERT_TRUE(writeTestFile(script, readTestFile(kDefaultScript) +
-                                          "\nconfig.trade.t1,yes\nconfig.trade.stop.intraday,yes"));
+    const QString script = writeScript(dir, readTestFile(kDefaultScript) +
+                                                "\nconfig.trade.t1,yes\nconfig.trade.stop.intraday,yes");
     const CliRun run = runCli({"backtest", script, "--data", kSampleData, "--out", dir.filePath("out.csv"),
                                "--compare-rules", "--report", dir.filePath("report")},
                               dir.path());

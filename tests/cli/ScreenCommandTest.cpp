@@ -17,8 +17,6 @@
 
 namespace {
 
-const QString kSampleData = QStringLiteral(ORVEL_SOURCE_DIR "/data");
-
 // One term of a buy line: a comparison of two operands or a pattern.
 struct Term {
     QString left, right;
@@ -149,8 +147,7 @@ TEST(Screen, PicksAreTheStocksWhoseBuyLinesHoldOnTheLatestBarAsEvalComputesThem)
     int picked = 0;
     for (const char *text : kScripts) {
         const QString script = QString::fromUtf8(text);
-        const QString path = dir.filePath(QStringLiteral("s.script"));
-        writeTestFile(path, text);
+        const QString path = writeScript(dir, text);
         const bool descending = !script.contains(QLatin1String("asc"));
 
         const CliRun today = runCli({"screen", path, "--data", kSampleData}, dir.path());
@@ -170,21 +167,18 @@ TEST(Screen, PicksAreTheStocksWhoseBuyLinesHoldOnTheLatestBarAsEvalComputesThem)
 TEST(Screen, AStockThatStoppedEarlierIsNoPickAndEqualVolumesKeepFileOrder)
 {
     QTemporaryDir dir;
-    const std::initializer_list<Day> days = {
-        {"2024-01-02", 10, 10.5, 11, 9, 500}, {"2024-01-03", 10, 10.5, 11, 9, 500},
-        {"2024-01-04", 10, 10.5, 11, 9, 500}, {"2024-01-05", 10, 10.5, 11, 9, 500},
-        {"2024-01-08", 10, 10.5, 11, 9, 500}, {"2024-01-09", 10, 10.5, 11, 9, 500},
-        {"2024-01-10", 10, 10.5, 11, 9, 700}, {"2024-01-11", 10, 10.5, 11, 9, 300}};
-    const std::initializer_list<Day> stopped = {
-        {"2024-01-02", 10, 10.5, 11, 9, 500}, {"2024-01-03", 10, 10.5, 11, 9, 500},
-        {"2024-01-04", 10, 10.5, 11, 9, 500}, {"2024-01-05", 10, 10.5, 11, 9, 500},
-        {"2024-01-08", 10, 10.5, 11, 9, 500}, {"2024-01-09", 10, 10.5, 11, 9, 500},
-        {"2024-01-10", 10, 10.5, 11, 9, 900}};
+    std::vector<Day> days;
+    for (const char *date : {"2024-01-02", "2024-01-03", "2024-01-04", "2024-01-05", "2024-01-08",
+                             "2024-01-09", "2024-01-10", "2024-01-11"})
+        days.push_back({date, 10, 10.5, 11, 9, 500});
+    std::vector<Day> stopped(days.begin(), days.end() - 1);
+    days[6].volume = 700;
+    days[7].volume = 300;
+    stopped[6].volume = 900;
     for (const char *code : {"600003", "600001", "600002"})
         writeTestFile(dir.filePath(QString::fromLatin1(code)), QByteArray::fromStdString(klineText(days)));
     writeTestFile(dir.filePath(QStringLiteral("600000")), QByteArray::fromStdString(klineText(stopped)));
-    const QString script = dir.filePath(QStringLiteral("s.script"));
-    writeTestFile(script, "buy.close,0>open,0");
+    const QString script = writeScript(dir, "buy.close,0>open,0");
     CliRun run = runCli({"screen", script, "--data", dir.path()}, dir.path());
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.out, "600001\t2024-01-11\n600002\t2024-01-11\n600003\t2024-01-11\n");
@@ -202,8 +196,7 @@ TEST(Screen, AStockThatStoppedEarlierIsNoPickAndEqualVolumesKeepFileOrder)
 TEST(Screen, ProblemsEndAsBacktestEndsThem)
 {
     QTemporaryDir dir;
-    const QString script = dir.filePath(QStringLiteral("s.script"));
-    writeTestFile(script, "buy.close,0>>open,0");
+    const QString script = writeScript(dir, "buy.close,0>>open,0");
     CliRun run = runCli({"screen", script, "--data", kSampleData}, dir.path());
     EXPECT_EQ(run.exitCode, 2);
     EXPECT_TRUE(run.err.contains(QStringLiteral("预编译出错: 第:1行有错误"))) << run.err.toStdString();

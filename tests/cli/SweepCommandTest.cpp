@@ -9,8 +9,6 @@
 
 namespace {
 
-const QString kSampleData = QStringLiteral(ORVEL_SOURCE_DIR "/data");
-
 const QByteArray kScript = "config.trade.max.hold.day,$hold\n"
                            "# ma,$n in a note needs no value\n"
                            "buy.close,-1<ma,$n,-1\n"
@@ -19,8 +17,7 @@ const QByteArray kScript = "config.trade.max.hold.day,$hold\n"
 
 struct SweepDir {
     QTemporaryDir dir;
-    QString script = dir.filePath(QStringLiteral("s.script"));
-    SweepDir() { writeTestFile(script, kScript); }
+    QString script = writeScript(dir, kScript);
 
     CliRun sweep(const QString &out, QStringList more = {}) const
     {
@@ -49,8 +46,7 @@ TEST(SweepCommand, EveryRowIsTheBacktestOfItsFilledInScript)
         const QStringList row = cells(line);
         QByteArray script = kScript;
         script.replace("$hold", row[1].toUtf8()).replace("ma,$n", "ma," + row[0].toUtf8());
-        const QString one = d.dir.filePath(QStringLiteral("one.script"));
-        writeTestFile(one, script);
+        const QString one = writeScript(d.dir, script, QStringLiteral("one.script"));
         const QString report = d.dir.filePath(QStringLiteral("report"));
         const CliRun alone =
             runCli({"backtest", one, "--data", kSampleData, "--report", report}, d.dir.path());
