@@ -8,19 +8,6 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-namespace {
-
-QByteArray goodDays(int days)
-{
-    QByteArray text = "[[";
-    for (int i = 0; i < days; ++i)
-        text += (i ? "],[" : "") + QByteArray("2020-01-") + QByteArray::number(10 + i) + ",10,10,10,10," +
-                (i == 6 ? "500" : "1");
-    return text + "]]";
-}
-
-} // namespace
-
 TEST(BadData, AWholeDirectoryOfBrokenFilesRunsThroughAndLogsWhatCannotBeOpened)
 {
     QTemporaryDir dir;
@@ -30,15 +17,15 @@ TEST(BadData, AWholeDirectoryOfBrokenFilesRunsThroughAndLogsWhatCannotBeOpened)
     const std::pair<const char *, QByteArray> files[] = {
         {"600001", ""},
         {"600002", binary},
-        {"600003", goodDays(9).left(77)},
+        {"600003", flatDays().left(77)},
         {"600004",
          "[[d1,1,2,3,4],[d2,1,2,3,4],[d3,1,2,3,4],[d4,1,2,3,4],[d5,1,2,3,4],[d6,1,2,3,4],[d7,1,2,3,4]]"},
-        {"600005", goodDays(9).replace(",10,10,", ",1e999,99999999999999999999999999,")},
-        {"600006", goodDays(9).replace(",10,10,", ",nan,-inf,")},
-        {"ab", goodDays(9)},       // too short to carry a code
-        {"sh600007", goodDays(9)}, // no bare "600007" beside it
-        {"sz600008", goodDays(9)}, // "600008" is a folder
-        {"600010", goodDays(9)},
+        {"600005", flatDays().replace(",10,10,", ",1e999,99999999999999999999999999,")},
+        {"600006", flatDays().replace(",10,10,", ",nan,-inf,")},
+        {"ab", flatDays()},       // too short to carry a code
+        {"sh600007", flatDays()}, // no bare "600007" beside it
+        {"sz600008", flatDays()}, // "600008" is a folder
+        {"600010", flatDays()},
     };
     for (const auto &[name, bytes] : files)
         ASSERT_TRUE(writeTestFile(dir.filePath(QString::fromLatin1(name)), bytes));

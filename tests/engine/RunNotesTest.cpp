@@ -9,16 +9,6 @@
 
 namespace {
 
-// Nine flat days at 10 with a volume of 500 on the seventh.
-QByteArray nineDays()
-{
-    QByteArray text = "[[";
-    for (int i = 0; i < 9; ++i)
-        text += (i ? "],[" : "") + QByteArray("2020-01-") + QByteArray::number(10 + i) + ",10,10,10,10," +
-                (i == 6 ? "500" : "1");
-    return text + "]]";
-}
-
 // What a run over `dir` tells the user: the reason for no trades, or the settings line.
 struct Told {
     QString noData;
@@ -41,12 +31,12 @@ Told runOver(const QString &dir, const QString &config, const QString &script)
 TEST(NoData, SaysWhetherNoStockWasReadNoSignalCameOrTheGapRefusedEveryOne)
 {
     QTemporaryDir dir;
-    ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("600001")), nineDays().left(60)));
+    ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("600001")), flatDays().left(60)));
     const QString signal = QStringLiteral("buy.vol,0>value,100");
     EXPECT_EQ(runOver(dir.path(), {}, signal).noData, QStringLiteral("没有读到任何股票：1个不超过6天"));
 
-    ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("600002")), nineDays()));
-    ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("600003")), nineDays()));
+    ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("600002")), flatDays()));
+    ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("600003")), flatDays()));
     EXPECT_EQ(runOver(dir.path(), {}, QStringLiteral("buy.vol,0>value,1000")).noData,
               QStringLiteral("2只股票里，买点条件在任何一天都不成立"));
     // The next open is flat, and this range allows only falls of 1 % or more.
@@ -58,8 +48,8 @@ TEST(NoData, SaysWhetherNoStockWasReadNoSignalCameOrTheGapRefusedEveryOne)
 TEST(EffectiveSettings, ShowTheSalePointThatAnUnknownKeyDecides)
 {
     QTemporaryDir dir;
-    ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("600002")), nineDays()));
-    ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("600003")), nineDays().left(60)));
+    ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("600002")), flatDays()));
+    ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("600003")), flatDays().left(60)));
     const QString script = QStringLiteral("buy.vol,0>value,100");
     const QString shipped = QStringLiteral("config.source.k.dir,data\nconfig.source.ticket.dir,tick\n");
     const QString withTicket = runOver(dir.path(), shipped, script).settings;

@@ -56,7 +56,7 @@ TEST(DayLimit, KeepsTheLargestVolumesAndTheEarlierFiledOnTies)
     EXPECT_TRUE(codes(none).isEmpty());
 }
 
-TEST(Summary, CountsOrdinarySalesOnlyWithTwoDecimalsRoundedToEven)
+TEST(Summary, CountsOrdinarySalesOnlyWithTwoDecimalsRoundedToEvenAndNanAsNan)
 {
     TradeBook book;
     book.file(trade("a", "d1", 1, 10, 10));  // a tie is a success, gain 0
@@ -76,14 +76,11 @@ TEST(Summary, CountsOrdinarySalesOnlyWithTwoDecimalsRoundedToEven)
     EXPECT_EQ(RunSummary::fromBook(onlyRapid).text(),
               QStringLiteral("买卖次数:0\n平均持股天数:0.00\n策略成功率:0.00\n平均收益:0.00\n"));
     EXPECT_EQ(RunSummary::fromBook(TradeBook()).text(), QStringLiteral("无数据"));
-}
 
-TEST(Summary, ANotANumberPrintsAsNanWhateverItsSign)
-{
-    // Bought and sold at a zero price (a data file with zero opens): 0 / 0.
-    TradeBook book;
-    book.file(trade("a", "d1", 1, 0, 0));
-    EXPECT_EQ(RunSummary::fromBook(book).text(),
+    // Bought and sold at a zero price (a data file with zero opens): 0 / 0, whatever its sign.
+    TradeBook zero;
+    zero.file(trade("a", "d1", 1, 0, 0));
+    EXPECT_EQ(RunSummary::fromBook(zero).text(),
               QStringLiteral("买卖次数:1\n平均持股天数:2.00\n策略成功率:100.00\n平均收益:nan\n"));
     EXPECT_EQ(fixedTwoDecimals(-std::nan("")), QStringLiteral("nan"));
 }
@@ -118,10 +115,25 @@ TEST(Csv, AFileOfManyPiecesHoldsTheSameBytesAsTheWholeBook)
 
 TEST(Csv, PricesPrintAsPrintfWouldOverEveryMagnitudeAndSpecialValue)
 {
-    std::vector<double> values = {0.0, -0.0, 1e-5, 9.999995e-5, 1e-4, 0.0001234565, 999999.5, 999999.4,
-                                  1e6, 123456.5, 2.5, 0.5, -3.25, 1e300, 5e-324,
-                                  std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
-                                  std::nan(""), -std::nan("")};
+    std::vector<double> values = {0.0,
+                                  -0.0,
+                                  1e-5,
+                                  9.999995e-5,
+                                  1e-4,
+                                  0.0001234565,
+                                  999999.5,
+                                  999999.4,
+                                  1e6,
+                                  123456.5,
+                                  2.5,
+                                  0.5,
+                                  -3.25,
+                                  1e300,
+                                  5e-324,
+                                  std::numeric_limits<double>::infinity(),
+                                  -std::numeric_limits<double>::infinity(),
+                                  std::nan(""),
+                                  -std::nan("")};
     std::mt19937_64 random(11);
     for (int i = 0; i < 200000; ++i) {
         // Prices as the files give them (floats, cents), then any bits at all.

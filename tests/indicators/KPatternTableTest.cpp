@@ -28,15 +28,6 @@ bool holds(const char *name, const std::vector<Stock> &bars)
 
 } // namespace
 
-TEST(Patterns, TheTableHasAllThirtyFourInOrder)
-{
-    const QStringList names = KPatternTable::names();
-    ASSERT_EQ(names.size(), 34);
-    EXPECT_EQ(names.first(), QStringLiteral("k.上缺口"));
-    EXPECT_EQ(names.last(), QStringLiteral("k.下降三法"));
-    EXPECT_EQ(KPatternTable::find(QStringLiteral("k.unknown")), nullptr);
-}
-
 TEST(Patterns, ShortSeriesOnlyJudgeSingleBarPatterns)
 {
     const std::vector<Stock> one = {bar(10, 11, 11, 10)}; // shaven-head, shaven-foot rising bar
