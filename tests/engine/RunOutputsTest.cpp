@@ -104,7 +104,7 @@ TEST(Csv, AFileOfManyPiecesHoldsTheSameBytesAsTheWholeBook)
     for (int i = 0; i < 40000; ++i)
         kept.file(trade(i % 7 ? "600000" : "60000甲", i % 2 ? "2019-01-02" : "2020-03-04", i, 10 + i, 11));
     const QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("output.csv"));
+    const QString path = dir.filePath("output.csv");
     ASSERT_EQ(writeOutputCsv(path, kept, TextEncoding::Gbk), QString());
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
@@ -115,25 +115,10 @@ TEST(Csv, AFileOfManyPiecesHoldsTheSameBytesAsTheWholeBook)
 
 TEST(Csv, PricesPrintAsPrintfWouldOverEveryMagnitudeAndSpecialValue)
 {
-    std::vector<double> values = {0.0,
-                                  -0.0,
-                                  1e-5,
-                                  9.999995e-5,
-                                  1e-4,
-                                  0.0001234565,
-                                  999999.5,
-                                  999999.4,
-                                  1e6,
-                                  123456.5,
-                                  2.5,
-                                  0.5,
-                                  -3.25,
-                                  1e300,
-                                  5e-324,
-                                  std::numeric_limits<double>::infinity(),
-                                  -std::numeric_limits<double>::infinity(),
-                                  std::nan(""),
-                                  -std::nan("")};
+    const double inf = std::numeric_limits<double>::infinity(), nan = std::nan("");
+    std::vector<double> values = {0.0,      -0.0, 1e-5,     9.999995e-5, 1e-4, 0.0001234565, 999999.5,
+                                  999999.4, 1e6,  123456.5, 2.5,         0.5,  -3.25,        1e300,
+                                  5e-324,   inf,  -inf,     nan,         -nan};
     std::mt19937_64 random(11);
     for (int i = 0; i < 200000; ++i) {
         // Prices as the files give them (floats, cents), then any bits at all.

@@ -21,49 +21,42 @@ TEST(DataDirectory, ListsRegularVisibleFilesByNameIgnoringCase)
     QTemporaryDir dir;
     for (const char *name : {"600001", "SH600002", "sh600000", ".600003"})
         ASSERT_TRUE(writeTestFile(dir.filePath(QString::fromLatin1(name)), "x"));
-    QDir(dir.path()).mkdir(QStringLiteral("600004"));
-    QFile::link(dir.filePath(QStringLiteral("600001")), dir.filePath(QStringLiteral("600005")));
+    QDir(dir.path()).mkdir("600004");
+    QFile::link(dir.filePath("600001"), dir.filePath("600005"));
 
     QStringList names;
     for (const QString &path : listStockFiles(dir.path()))
         names << QFileInfo(path).fileName();
     EXPECT_EQ(names, (QStringList{"600001", "sh600000", "SH600002"}));
-    EXPECT_TRUE(listStockFiles(dir.filePath(QStringLiteral("missing"))).isEmpty());
+    EXPECT_TRUE(listStockFiles(dir.filePath("missing")).isEmpty());
 }
 
 TEST(DataDirectory, APrefixedNameIsReadThroughItsBareCode)
 {
     QTemporaryDir dir;
-    ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("sh688006")), "garbage, not read"));
-    ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("688006")), kSevenDays));
+    ASSERT_TRUE(writeTestFile(dir.filePath("sh688006"), "garbage, not read"));
+    ASSERT_TRUE(writeTestFile(dir.filePath("688006"), kSevenDays));
     StockLoader loader;
     StockSeries series;
     QString format = QStringLiteral("default");
-    EXPECT_TRUE(loader.loadStockSeries(dir.filePath(QStringLiteral("sh688006")), dir.path(), format, series));
+    EXPECT_TRUE(loader.loadStockSeries(dir.filePath("sh688006"), dir.path(), format, series));
     EXPECT_EQ(series.code, QStringLiteral("688006"));
     EXPECT_EQ(series.size(), 7);
-
-    LogCapture log;
-    EXPECT_FALSE(
-        loader.loadStockSeries(dir.filePath(QStringLiteral("sz000001")), dir.path(), format, series));
-    ASSERT_EQ(log.lines().size(), 1);
-    EXPECT_TRUE(log.lines()[0].startsWith(QStringLiteral("open file failed:")));
 }
 
 TEST(DataDirectory, SixDaysAreTooFewAndOtherFormatsReadNothing)
 {
     QTemporaryDir dir;
-    ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("600000")),
-                              QByteArray(kSevenDays).replace(",[d7,1,1,1,1,1]", "")));
-    ASSERT_TRUE(writeTestFile(dir.filePath(QStringLiteral("600001")), kSevenDays));
+    ASSERT_TRUE(writeTestFile(dir.filePath("600000"), QByteArray(kSevenDays).replace(",[d7,1,1,1,1,1]", "")));
+    ASSERT_TRUE(writeTestFile(dir.filePath("600001"), kSevenDays));
     StockLoader loader;
     StockSeries series;
     QString format = QStringLiteral("default");
-    EXPECT_FALSE(loader.loadStockSeries(dir.filePath(QStringLiteral("600000")), dir.path(), format, series));
+    EXPECT_FALSE(loader.loadStockSeries(dir.filePath("600000"), dir.path(), format, series));
     EXPECT_EQ(series.size(), 6);
-    EXPECT_TRUE(loader.loadStockSeries(dir.filePath(QStringLiteral("600001")), dir.path(), format, series));
+    EXPECT_TRUE(loader.loadStockSeries(dir.filePath("600001"), dir.path(), format, series));
     format = QStringLiteral("weekly");
-    EXPECT_FALSE(loader.loadStockSeries(dir.filePath(QStringLiteral("600001")), dir.path(), format, series));
+    EXPECT_FALSE(loader.loadStockSeries(dir.filePath("600001"), dir.path(), format, series));
     EXPECT_EQ(series.size(), 0);
     EXPECT_FALSE(
         loader.loadStockSeries(QStringLiteral("/a/b"), dir.path(), format, series)); // shorter than seven
@@ -72,13 +65,13 @@ TEST(DataDirectory, SixDaysAreTooFewAndOtherFormatsReadNothing)
 TEST(DataDirectory, AFifoDeviceLinkOrHugeFileWhereAStockShouldBeIsSkippedWithoutWaiting)
 {
     QTemporaryDir dir;
-    QDir(dir.path()).mkdir(QStringLiteral("elsewhere"));
-    const QString real = dir.filePath(QStringLiteral("elsewhere/600003"));
+    QDir(dir.path()).mkdir("elsewhere");
+    const QString real = dir.filePath("elsewhere/600003");
     ASSERT_TRUE(writeTestFile(real, kSevenDays));
-    QFile::link(real, dir.filePath(QStringLiteral("600003")));
+    QFile::link(real, dir.filePath("600003"));
     for (const QString &node : makeSpecialNodes(dir.path()))
         QFile::rename(node, dir.filePath(node.endsWith(QLatin1String("fifo")) ? "600001" : "600002"));
-    QFile huge(dir.filePath(QStringLiteral("600004")));
+    QFile huge(dir.filePath("600004"));
     ASSERT_TRUE(huge.open(QIODevice::WriteOnly) && huge.resize((qint64(1) << 28) + 1));
     huge.close();
 
@@ -102,5 +95,5 @@ TEST(DataDirectory, AFifoDeviceLinkOrHugeFileWhereAStockShouldBeIsSkippedWithout
         EXPECT_TRUE(log.lines()[0].startsWith(QStringLiteral("open file failed:")));
     }
     // The link's target itself is fine.
-    EXPECT_TRUE(loader.loadStockSeries(real, dir.filePath(QStringLiteral("elsewhere")), format, series));
+    EXPECT_TRUE(loader.loadStockSeries(real, dir.filePath("elsewhere"), format, series));
 }
