@@ -97,30 +97,3 @@ TEST(CommandLine, EvalRefusesBadTerms)
     EXPECT_EQ(run.exitCode, 2);
     EXPECT_TRUE(run.err.contains(QStringLiteral("parse error: ma,5")));
 }
-
-TEST(CommandLine, RulesAddTheirEffectsLineAndCompareRulesShowsBothRuns)
-{
-    if (!QDir(kSampleData).exists())
-        GTEST_SKIP() << "no sample data";
-    QTemporaryDir dir;
-    const QString plainCsv = dir.filePath("plain.csv");
-    const CliRun plain =
-        runCli({"backtest", kDefaultScript, "--data", kSampleData, "--out", plainCsv}, dir.path());
-    ASSERT_EQ(plain.exitCode, 0) << plain.err.toStdString();
-    EXPECT_FALSE(plain.out.contains(QStringLiteral("规则影响")));
-
-    const QString bothCsv = dir.filePath("both.csv");
-    const CliRun both = runCli(
-        {"backtest", kDefaultScript, "--data", kSampleData, "--out", bothCsv, "--compare-rules"}, dir.path());
-    ASSERT_EQ(both.exitCode, 0) << both.err.toStdString();
-    const QStringList lines = both.out.split(QLatin1Char('\n'));
-    ASSERT_EQ(lines.size(), 12) << both.out.toStdString();
-    EXPECT_EQ(lines[0], QStringLiteral("按脚本:"));
-    EXPECT_EQ(lines.mid(1, 4).join(QLatin1Char('\n')) + QLatin1Char('\n'), plain.out);
-    EXPECT_EQ(lines[5], QStringLiteral("按实盘规则:"));
-    EXPECT_TRUE(lines[6].startsWith(QStringLiteral("买卖次数:")));
-    EXPECT_TRUE(lines[10].startsWith(QStringLiteral("规则影响: T+1 推迟卖出 "))) << lines[10].toStdString();
-    EXPECT_NE(lines.mid(6, 4), lines.mid(1, 4)); // the rules change the bundled data's results
-    // The file is the run as written.
-    EXPECT_EQ(readTestFile(bothCsv), readTestFile(plainCsv));
-}

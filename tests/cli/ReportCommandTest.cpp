@@ -20,16 +20,21 @@ CliRun backtest(const QTemporaryDir &dir, const QString &out, const QStringList 
 
 } // namespace
 
+// The files, the report included, are of the run as written: over any
+// number of threads, and also when --compare-rules runs it again with every rule on.
 TEST(ReportCommand, WritesTheReportAndLeavesTheRunAsItWas)
 {
     QTemporaryDir dir;
     const CliRun plain = backtest(dir, "plain.csv", {"--jobs", "1"});
     const CliRun one = backtest(dir, "one.csv", {"--jobs", "1", "--report", dir.filePath("one")});
-    const CliRun two = backtest(dir, "two.csv", {"--jobs", "2", "--report", dir.filePath("two")});
+    const CliRun two =
+        backtest(dir, "two.csv", {"--jobs", "2", "--report", dir.filePath("two"), "--compare-rules"});
     ASSERT_EQ(plain.exitCode, 0);
     EXPECT_EQ(one.exitCode, 0) << one.err.toStdString();
     EXPECT_EQ(one.out, plain.out);
-    EXPECT_EQ(readTestFile(dir.filePath("one.csv")), readTestFile(dir.filePath("plain.csv")));
+    EXPECT_FALSE(plain.out.contains(QStringLiteral("规则影响")));
+    for (const char *csv : {"one.csv", "two.csv"})
+        EXPECT_EQ(readTestFile(dir.filePath(csv)), readTestFile(dir.filePath("plain.csv"))) << csv;
     for (const char *name : {"report.json", "equity.csv", "report.html"}) {
         const QByteArray bytes = readTestFile(QDir(dir.filePath("one")).filePath(QString::fromLatin1(name)));
         EXPECT_FALSE(bytes.isEmpty()) << name;
@@ -43,6 +48,15 @@ TEST(ReportCommand, WritesTheReportAndLeavesTheRunAsItWas)
     // Without a real-account rule the report says nothing of them.
     EXPECT_FALSE(json.contains("rules"));
     EXPECT_FALSE(readTestFile(dir.filePath("one/report.html")).contains("实盘规则影响"));
+
+    // The comparison: the run as written, then as a real account could trade it.
+    const QStringList lines = two.out.split(QLatin1Char('\n'));
+    ASSERT_EQ(lines.size(), 12) << two.out.toStdString();
+    EXPECT_EQ(lines[0], QStringLiteral("按脚本:"));
+    EXPECT_EQ(lines.mid(1, 4).join(QLatin1Char('\n')) + QLatin1Char('\n'), plain.out);
+    EXPECT_EQ(lines[5], QStringLiteral("按实盘规则:"));
+    EXPECT_TRUE(lines[10].startsWith(QStringLiteral("规则影响: T+1 推迟卖出 "))) << lines[10].toStdString();
+    EXPECT_NE(lines.mid(6, 4), lines.mid(1, 4)); // the rules change the bundled data's results
 }
 
 // The report is of the run as written, also when --compare-rules runs the

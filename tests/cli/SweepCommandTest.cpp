@@ -101,11 +101,10 @@ TEST(SweepCommand, BadGridsAndPlaceholdersAreClearErrors)
             arguments << "--vary" << axis;
         return runCli(arguments, d.dir.path());
     };
-    for (const char *bad : {"n=8:4", "n=4:8:0", "n=four:8", "n=4:8:x"}) {
-        const CliRun run = sweepWith({QString::fromUtf8(bad), "hold=2"});
-        EXPECT_EQ(run.exitCode, 1) << bad;
-        EXPECT_TRUE(run.err.contains(QStringLiteral("--vary n"))) << run.err.toStdString();
-    }
+    // Which ranges are bad is the grid's own test; here, how the command ends.
+    const CliRun bad = sweepWith({"n=8:4", "hold=2"});
+    EXPECT_EQ(bad.exitCode, 1);
+    EXPECT_TRUE(bad.err.contains(QStringLiteral("--vary n"))) << bad.err.toStdString();
     const CliRun large = sweepWith({"n=1:1000", "hold=1:101"});
     EXPECT_EQ(large.exitCode, 1);
     EXPECT_TRUE(large.err.contains(QStringLiteral("--force"))) << large.err.toStdString();

@@ -74,8 +74,8 @@ TEST(SweepGrid, DecimalRangesAreExactAndTheLastNameVariesFastest)
 
 TEST(SweepGrid, BadRangesAreRefused)
 {
-    for (const char *bad : {"n=5:3", "n=1:5:0", "n=1:5:-1", "n=a:5", "n=1:5:1:2", "n=1:", "n=1,,2", "=1:2",
-                            "n-1:2", "n 1=1:2"}) {
+    for (const char *bad : {"n=5:3", "n=1:5:0", "n=1:5:-1", "n=a:5", "n=1:5:x", "n=1:5:1:2", "n=1:", "n=1,,2",
+                            "=1:2", "n-1:2", "n 1=1:2"}) {
         SweepGrid g;
         EXPECT_FALSE(g.addAxis(QString::fromUtf8(bad)).isEmpty()) << bad;
     }
