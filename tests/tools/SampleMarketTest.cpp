@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <regex>
 #include <set>
 
 namespace {
@@ -44,17 +43,13 @@ TEST(SampleMarketCalendar, SkipsWeekendsAndTheFixedHolidays)
     EXPECT_EQ(SampleMarket::tradingDays(QDate(2021, 1, 4), 4000).size(), 4000u);
 }
 
-TEST(SampleMarketCodes, AreDistinctSixDigitCodesOfRealRanges)
+// The bundled data pins the first fifty; a full market must still get a
+// file per stock, none written over by a repeated code.
+TEST(SampleMarketCodes, AreDistinctUpToTheLargestMarket)
 {
-    for (int count : {50, SampleMarket::kMaxStocks}) {
-        const std::vector<std::string> codes = SampleMarket::stockCodes(count, kSeed);
-        ASSERT_EQ(int(codes.size()), count);
-        EXPECT_TRUE(std::is_sorted(codes.begin(), codes.end()));
-        EXPECT_EQ(std::set<std::string>(codes.begin(), codes.end()).size(), codes.size());
-        const std::regex real("(60[0135]|688|00[0-3]|30[01])[0-9]{3}");
-        for (const std::string &code : codes)
-            ASSERT_TRUE(std::regex_match(code, real)) << code;
-    }
+    const std::vector<std::string> codes = SampleMarket::stockCodes(SampleMarket::kMaxStocks, kSeed);
+    ASSERT_EQ(int(codes.size()), SampleMarket::kMaxStocks);
+    EXPECT_EQ(std::set<std::string>(codes.begin(), codes.end()).size(), codes.size());
 }
 
 TEST(SampleMarketDeterminism, SameSeedSameBytesWhateverTheThreads)
