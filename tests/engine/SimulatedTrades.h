@@ -9,34 +9,15 @@
 
 #include <vector>
 
-// Days 0-4 only feed the indicators; the walk starts on day 5.
-inline std::vector<Day> warmUp()
-{
-    return {{"d0", 10, 10, 10, 10, 1},
-            {"d1", 10, 10, 10, 10, 1},
-            {"d2", 10, 10, 10, 10, 1},
-            {"d3", 10, 10, 10, 10, 1},
-            {"d4", 10, 10, 10, 10, 1}};
-}
-
 // The trades, as "output.csv" lines, of `rules` over five quiet warm-up days
 // followed by `days`. A day with volume 100 or more signals a buy, one with
 // volume above 6 a sale. What the real-account rules changed goes to `effects`.
 inline QString simulate(const QString &rules, std::initializer_list<Day> days, const char *code = "600000",
                         RuleEffects *effects = nullptr)
 {
-    std::vector<Day> all = warmUp();
+    std::vector<Day> all(5, Day{"w", 10, 10, 10, 10, 1});
     all.insert(all.end(), days.begin(), days.end());
-    std::string text = "[[";
-    for (size_t i = 0; i < all.size(); ++i) {
-        const Day &d = all[i];
-        text += (i ? "],[" : "") + std::string(d.date) + "," + std::to_string(d.open) + "," +
-                std::to_string(d.close) + "," + std::to_string(d.high) + "," + std::to_string(d.low) + "," +
-                std::to_string(d.volume);
-    }
-    StockSeries series;
-    parseKLineText(text + "]]", series);
-    series.code = QString::fromLatin1(code);
+    const StockSeries series = seriesOf(all, code);
 
     StrategyConfig config;
     config.salePoint = SalePoint::Close;
