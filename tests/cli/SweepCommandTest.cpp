@@ -102,19 +102,19 @@ TEST(SweepCommand, BadGridsAndPlaceholdersAreClearErrors)
         return runCli(arguments, d.dir.path());
     };
     // Which ranges are bad is the grid's own test; here, how the command ends.
-    const CliRun bad = sweepWith({"n=8:4", "hold=2"});
-    EXPECT_EQ(bad.exitCode, 1);
-    EXPECT_TRUE(bad.err.contains(QStringLiteral("--vary n"))) << bad.err.toStdString();
-    const CliRun large = sweepWith({"n=1:1000", "hold=1:101"});
-    EXPECT_EQ(large.exitCode, 1);
-    EXPECT_TRUE(large.err.contains(QStringLiteral("--force"))) << large.err.toStdString();
-
-    const CliRun missing = sweepWith({"n=4"});
-    EXPECT_EQ(missing.exitCode, 2);
-    EXPECT_TRUE(missing.err.contains(QStringLiteral("$hold"))) << missing.err.toStdString();
-    const CliRun extra = sweepWith({"n=4", "hold=2", "days=3"});
-    EXPECT_EQ(extra.exitCode, 2);
-    EXPECT_TRUE(extra.err.contains(QStringLiteral("$days"))) << extra.err.toStdString();
+    const struct {
+        QStringList vary;
+        int exitCode;
+        const char *told;
+    } cases[] = {{{"n=8:4", "hold=2"}, 1, "--vary n"},
+                 {{"n=1:1000", "hold=1:101"}, 1, "--force"},
+                 {{"n=4"}, 2, "$hold"},
+                 {{"n=4", "hold=2", "days=3"}, 2, "$days"}};
+    for (const auto &c : cases) {
+        const CliRun run = sweepWith(c.vary);
+        EXPECT_EQ(run.exitCode, c.exitCode) << c.told;
+        EXPECT_TRUE(run.err.contains(QString::fromUtf8(c.told))) << run.err.toStdString();
+    }
     EXPECT_FALSE(QFile::exists(d.dir.filePath(QStringLiteral("sweep.csv"))));
 }
 
