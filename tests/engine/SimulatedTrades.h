@@ -9,6 +9,10 @@
 
 #include <vector>
 
+// A buy signal for the next day's open, and a quiet day to end a series on.
+inline const Day kSignal{"s", 10, 10, 10, 10, 100};
+inline const Day kQuietEnd{"e", 10, 10, 10, 10, 1};
+
 // The trades, as "output.csv" lines, of `rules` over five quiet warm-up days
 // followed by `days`. A day with volume 100 or more signals a buy, one with
 // volume above 6 a sale. What the real-account rules changed goes to `effects`.

@@ -7,58 +7,52 @@ TEST(Buying, AGapExactlyAtEitherBoundStillBuys)
     const QString rules =
         QStringLiteral("config.trade.max.allow.increase,5\nconfig.trade.max.allow.decrease,-5\n"
                        "config.trade.max.hold.day,1\n");
-    EXPECT_EQ(
-        simulate(rules, {{"s", 10, 10, 10, 10, 100}, {"b", 10.5, 10.5, 10.5, 10.5, 1}, {"e", 1, 1, 1, 1, 1}}),
-        QStringLiteral("600000,b,10.5,b,10.5,1,持股时间到期\n"));
-    EXPECT_EQ(
-        simulate(rules, {{"s", 10, 10, 10, 10, 100}, {"b", 9.5, 9.5, 9.5, 9.5, 1}, {"e", 1, 1, 1, 1, 1}}),
-        QStringLiteral("600000,b,9.5,b,9.5,1,持股时间到期\n"));
-    EXPECT_EQ(
-        simulate(rules, {{"s", 10, 10, 10, 10, 100}, {"b", 10.51, 9.5, 10.6, 9.5, 1}, {"e", 1, 1, 1, 1, 1}}),
-        QString());
+    EXPECT_EQ(simulate(rules, {kSignal, {"b", 10.5, 10.5, 10.5, 10.5, 1}, kQuietEnd}),
+              QStringLiteral("600000,b,10.5,b,10.5,1,持股时间到期\n"));
+    EXPECT_EQ(simulate(rules, {kSignal, {"b", 9.5, 9.5, 9.5, 9.5, 1}, kQuietEnd}),
+              QStringLiteral("600000,b,9.5,b,9.5,1,持股时间到期\n"));
+    EXPECT_EQ(simulate(rules, {kSignal, {"b", 10.51, 9.5, 10.6, 9.5, 1}, kQuietEnd}), QString());
 }
 
 TEST(Buying, TheLastBarsSignalWaitsAndAPositionOpenOnTheLastBarVanishes)
 {
     EXPECT_EQ(simulate({}, {{"x", 10, 10, 10, 10, 1}, {"last", 10, 10, 10, 10, 100}}),
               QStringLiteral("600000,last下一日开盘买入,0,,0,1,待买入\n"));
-    EXPECT_EQ(simulate({}, {{"s", 10, 10, 10, 10, 100}, {"last", 10, 10, 10, 10, 1}}), QString());
+    EXPECT_EQ(simulate({}, {kSignal, {"last", 10, 10, 10, 10, 1}}), QString());
 }
 
 TEST(Selling, ThresholdsAreInclusiveAndCheckedInOrder)
 {
     const QString rules = QStringLiteral("config.trade.max.profit,10\nconfig.trade.max.lost,-10\n");
-    const Day signal{"s", 10, 10, 10, 10, 100};
-    const Day end{"e", 10, 10, 10, 10, 1};
-    EXPECT_EQ(simulate(rules, {signal, {"b", 10, 11, 11, 10, 1}, end}),
+    EXPECT_EQ(simulate(rules, {kSignal, {"b", 10, 11, 11, 10, 1}, kQuietEnd}),
               QStringLiteral("600000,b,10,b,11,1,止盈\n"));
-    EXPECT_EQ(simulate(rules, {signal, {"b", 10, 9, 10, 9, 1}, end}),
+    EXPECT_EQ(simulate(rules, {kSignal, {"b", 10, 9, 10, 9, 1}, kQuietEnd}),
               QStringLiteral("600000,b,10,b,9,1,止损\n"));
     // A sale signal on the same day wins over the take-profit.
-    EXPECT_EQ(simulate(rules, {signal, {"b", 10, 11, 11, 10, 7}, end}),
+    EXPECT_EQ(simulate(rules, {kSignal, {"b", 10, 11, 11, 10, 7}, kQuietEnd}),
               QStringLiteral("600000,b,10,b,11,1,卖点\n"));
     // Held until the limit of days: 1 on the buy day itself, sold on the third.
-    EXPECT_EQ(
-        simulate(
-            QStringLiteral("config.trade.max.hold.day,3\n"),
-            {signal, {"b", 10, 10, 10, 10, 1}, {"h", 10, 10, 10, 10, 1}, {"x", 10, 10.5, 10.5, 10, 1}, end}),
-        QStringLiteral("600000,b,10,x,10.5,3,持股时间到期\n"));
+    const std::initializer_list<Day> held = {{"s", 10, 10, 10, 10, 100},
+                                             {"b", 10, 10, 10, 10, 1},
+                                             {"h", 10, 10, 10, 10, 1},
+                                             {"x", 10, 10.5, 10.5, 10, 1},
+                                             {"e", 10, 10, 10, 10, 1}};
+    EXPECT_EQ(simulate(QStringLiteral("config.trade.max.hold.day,3\n"), held),
+              QStringLiteral("600000,b,10,x,10.5,3,持股时间到期\n"));
 }
 
 TEST(Selling, RapidTakeProfitSellsAtTheTargetPriceOnTheDay)
 {
     const QString rules = QStringLiteral("config.trade.max.profit,10\nconfig.trade.sale.rapid,yes\n");
-    EXPECT_EQ(
-        simulate(rules, {{"s", 10, 10, 10, 10, 100}, {"b", 10, 10.2, 11, 10, 1}, {"e", 10, 10, 10, 10, 1}}),
-        QStringLiteral("600000,b,10,b,11,1,止盈\n"));
+    EXPECT_EQ(simulate(rules, {kSignal, {"b", 10, 10.2, 11, 10, 1}, kQuietEnd}),
+              QStringLiteral("600000,b,10,b,11,1,止盈\n"));
 }
 
 TEST(Selling, AtTheNextOpenCountsOneMoreDay)
 {
     const QString rules = QStringLiteral("config.trade.sale.point,open\n");
-    EXPECT_EQ(
-        simulate(rules, {{"s", 10, 10, 10, 10, 100}, {"b", 10, 10, 10, 10, 7}, {"n", 10.3, 10, 10, 10, 1}}),
-        QStringLiteral("600000,b,10,n,10.3,2,卖点\n"));
+    EXPECT_EQ(simulate(rules, {kSignal, {"b", 10, 10, 10, 10, 7}, {"n", 10.3, 10, 10, 10, 1}}),
+              QStringLiteral("600000,b,10,n,10.3,2,卖点\n"));
 }
 
 TEST(Selling, DaysAfterASaleAreSkippedMinExcludeTimes)

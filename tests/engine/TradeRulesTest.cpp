@@ -3,13 +3,6 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
-const Day kSignal{"s", 10, 10, 10, 10, 100};
-const Day kQuietEnd{"e", 10, 10, 10, 10, 1};
-
-} // namespace
-
 TEST(TPlusOne, NothingBoughtIsSoldOnTheBuyDay)
 {
     const QString rules = QStringLiteral("config.trade.t1,yes\nconfig.trade.max.profit,10\n");
