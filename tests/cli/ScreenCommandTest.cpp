@@ -17,30 +17,6 @@
 
 namespace {
 
-// One term of a buy line: a comparison of two operands or a pattern.
-struct Term {
-    QString left, right;
-    QChar op; // '>', '<', or null for a pattern (left alone)
-};
-
-// Every buy line as its alternatives.
-std::vector<std::vector<Term>> buyLines(const QString &script)
-{
-    std::vector<std::vector<Term>> lines;
-    for (const QString &line : script.split(QLatin1Char('\n'))) {
-        if (!line.startsWith(QLatin1String("buy.")))
-            continue;
-        std::vector<Term> alternatives;
-        for (const QString &text : line.mid(4).split(QLatin1Char('|'))) {
-            const qsizetype at = text.indexOf(QRegularExpression(QStringLiteral("[<>]")));
-            alternatives.push_back(at < 0 ? Term{text, {}, {}}
-                                          : Term{text.left(at), text.mid(at + 1), text[at]});
-        }
-        lines.push_back(alternatives);
-    }
-    return lines;
-}
-
 struct LastBar {
     QString code, date;
     double volume = 0;
@@ -60,9 +36,10 @@ std::optional<double> valueOn(const QString &term, const StockSeries &series, In
     return value.kind == EvalValue::Boolean ? double(value.flag) : value.number;
 }
 
-// The buy lines on the file's last bar, term by term; no value when the
-// file is too short to be walked.
-std::optional<LastBar> evalLastBar(const QString &file, const std::vector<std::vector<Term>> &lines)
+// The buy lines on the file's last bar, term by term: every line must hold,
+// through any of its alternatives, each a comparison or a pattern. No value
+// when the file is too short to be walked.
+std::optional<LastBar> evalLastBar(const QString &file, const QString &script)
 {
     StockSeries series;
     StockLoader loader;
@@ -71,21 +48,21 @@ std::optional<LastBar> evalLastBar(const QString &file, const std::vector<std::v
     IndicatorCache cache;
     const int day = series.size() - 1;
     const auto value = [&](const QString &term) { return valueOn(term, series, cache, day); };
+    const auto holds = [&](const QString &alternative) {
+        const qsizetype at = alternative.indexOf(QRegularExpression(QStringLiteral("[<>]")));
+        if (at < 0)
+            return value(alternative) == 1.0;
+        const std::optional<double> left = value(alternative.left(at)),
+                                    right = value(alternative.mid(at + 1));
+        return left && right && (alternative[at] == QLatin1Char('>') ? *left > *right : *left < *right);
+    };
     LastBar last{QFileInfo(file).fileName(), TextFile::decodeDate(series.bars.back().date),
                  *value(QStringLiteral("vol,0")), true};
-    for (const auto &line : lines) {
-        bool holds = false;
-        for (const Term &term : line) {
-            const std::optional<double> left = value(term.left);
-            if (term.op.isNull()) {
-                holds = holds || left == 1.0;
-                continue;
-            }
-            const std::optional<double> right = value(term.right);
-            if (left && right)
-                holds = holds || (term.op == QLatin1Char('>') ? *left > *right : *left < *right);
+    for (const QString &line : script.split(QLatin1Char('\n'))) {
+        if (line.startsWith(QLatin1String("buy."))) {
+            const QStringList alternatives = line.mid(4).split(QLatin1Char('|'));
+            last.buys = last.buys && std::any_of(alternatives.begin(), alternatives.end(), holds);
         }
-        last.buys = last.buys && holds;
     }
     return last;
 }
@@ -93,10 +70,9 @@ std::optional<LastBar> evalLastBar(const QString &file, const std::vector<std::v
 // The picks as the screen prints them, worked out bar by bar from eval's values.
 QString expectedPicks(const QString &dataDir, const QString &script, bool descending)
 {
-    const auto lines = buyLines(script);
     std::vector<LastBar> lasts;
     for (const QString &name : QDir(dataDir).entryList(QDir::Files, QDir::Name | QDir::IgnoreCase))
-        if (const auto last = evalLastBar(QDir(dataDir).filePath(name), lines))
+        if (const auto last = evalLastBar(QDir(dataDir).filePath(name), script))
             lasts.push_back(*last);
     QString latest;
     for (const LastBar &last : lasts)
