@@ -28,8 +28,8 @@ bool holds(const char *name, const std::vector<Stock> &bars)
 
 } // namespace
 
-// A pattern is only ever judged on three bars or more; the evaluator's own
-// tests hold it to that.
+// The evaluator hands a pattern three bars or more; a single-bar pattern reads
+// only the last of them, so one bar is enough to judge it here.
 TEST(Patterns, LimitRowsUseTheirBandsAndTheOnePriceRowsNeedAFlatBar)
 {
     const float limit = float(10.0f * 1.1);
