@@ -58,8 +58,6 @@ TEST(DataDirectory, SixDaysAreTooFewAndOtherFormatsReadNothing)
     format = QStringLiteral("weekly");
     EXPECT_FALSE(loader.loadStockSeries(dir.filePath("600001"), dir.path(), format, series));
     EXPECT_EQ(series.size(), 0);
-    EXPECT_FALSE(
-        loader.loadStockSeries(QStringLiteral("/a/b"), dir.path(), format, series)); // shorter than seven
 }
 
 TEST(DataDirectory, AFifoDeviceLinkOrHugeFileWhereAStockShouldBeIsSkippedWithoutWaiting)

@@ -4,12 +4,9 @@
 
 #include <gtest/gtest.h>
 
-TEST(HistoryInterface, UrlsCarryTheQueryExactlyAsTheServiceExpectsItWithOnlyKnownOptions)
+TEST(HistoryInterface, UrlsCarryTheQueryExactlyAsTheServiceExpectsIt)
 {
     StockQQHistoryInterface history(QStringLiteral("http://quotes.test/"));
-    history.setOption(StockQQHistoryInterface::AdjustmentOption, QStringLiteral("xfq"));
-    history.setOption(StockQQHistoryInterface::PeriodOption, QStringLiteral("year"));
-    history.setOption(7, QStringLiteral("qfq")); // no such option
     const QStringList urls = history.buildUrls({"600000", "300001"});
     ASSERT_EQ(urls.size(), 2);
     const QString fixed = QStringLiteral("http://quotes.test/appstock/app/fqkline/get?p=1&param="

@@ -118,18 +118,6 @@ TEST(Report, JsonHasEveryKeyAndNullWhereAFigureHasNoValue)
     EXPECT_DOUBLE_EQ(json["account"]["totalReturn"].toDouble(), 0);
 }
 
-TEST(Report, NoMarketAtAllGivesAnEmptyCurveAndNoCrash)
-{
-    const std::vector<ReportTrade> trades = {
-        closedTrade("600000", "2024-01-02", 10, "2024-01-03", 11, 2, TradeExit::SalePoint)};
-    const StrategyReport report = computeReport(trades, ReportMarket(), ReportSettings());
-    EXPECT_EQ(report.trades.count, 1);
-    EXPECT_TRUE(report.daily.empty());
-    EXPECT_EQ(report.account.skippedBuys, 0);
-    EXPECT_FALSE(report.account.maxDrawdown);
-    EXPECT_FALSE(QJsonDocument::fromJson(reportJson(report)).isNull());
-}
-
 TEST(ReportFiles, ThePageSaysWhenThereWereNoTradesAndAFolderInTheWayIsAnError)
 {
     TestMarket m({"2024-01-02", "2024-01-03"});
