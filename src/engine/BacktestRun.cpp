@@ -13,14 +13,13 @@
 namespace {
 
 // Hands out files to workers and reports progress in file order as soon as
-// every earlier file is done. Each variant has its own book.
+// every earlier file is done.
 class FileQueue {
 public:
-    FileQueue(const StockFileList &files, const BacktestRun::Progress &progress,
-              std::vector<DayLimitedFiling> &books, const std::atomic<bool> &cancelled)
-        : files(files), ruleEffects(books.size()),
-          tradesByFile(size_t(files.size()), std::vector<std::vector<TradeRecord>>(books.size())),
-          m_progress(progress), m_books(books), m_cancelled(cancelled), m_done(size_t(files.size()), false)
+    FileQueue(const StockFileList &files, const BacktestRun::Progress &progress, size_t variants,
+              const std::atomic<bool> &cancelled)
+        : files(files), ruleEffects(variants), m_progress(progress), m_cancelled(cancelled),
+          m_done(size_t(files.size()), false)
     {
     }
 
@@ -37,24 +36,20 @@ public:
     {
         const std::lock_guard lock(m_mutex);
         m_done[size_t(index)] = true;
-        while (m_reported < files.size() && m_done[size_t(m_reported)]) {
-            std::vector<std::vector<TradeRecord>> &byVariant = tradesByFile[size_t(m_reported)];
-            for (size_t variant = 0; variant < byVariant.size(); ++variant) {
-                for (TradeRecord &trade : byVariant[variant])
-                    m_books[variant].file(std::move(trade));
-            }
-            std::vector<std::vector<TradeRecord>>().swap(byVariant);
+        for (; m_reported < files.size() && m_done[size_t(m_reported)]; ++m_reported) {
             // The share done before this file: the first reports 0, none 100.
             if (m_progress)
                 m_progress(int(qint64(m_reported) * 100 / files.size()), files[m_reported]);
-            ++m_reported;
         }
     }
 
-    // The first variant's buy signals stand for the run's.
-    void addCounts(const std::vector<StockSimulator> &simulators, const StockSkipCounts &files)
+    // A worker's filings and counts, once it is done. The first variant's
+    // buy signals stand for the run's.
+    void addWorker(std::vector<DayLimitedFiling> &&filings, const std::vector<StockSimulator> &simulators,
+                   const StockSkipCounts &files)
     {
         const std::lock_guard lock(m_mutex);
+        filingsByWorker.push_back(std::move(filings));
         for (size_t variant = 0; variant < simulators.size(); ++variant)
             ruleEffects[variant] += simulators[variant].ruleEffects();
         RunCounts worker = simulators.front().counts();
@@ -65,13 +60,10 @@ public:
     const StockFileList &files;
     std::vector<RuleEffects> ruleEffects;
     RunCounts counts;
-    // Filled by the workers, file by file and variant by variant, emptied
-    // into the books in file order.
-    std::vector<std::vector<std::vector<TradeRecord>>> tradesByFile;
+    std::vector<std::vector<DayLimitedFiling>> filingsByWorker; // [worker][variant]
 
 private:
     const BacktestRun::Progress &m_progress;
-    std::vector<DayLimitedFiling> &m_books;
     const std::atomic<bool> &m_cancelled;
     std::atomic<int> m_next{0};
     std::mutex m_mutex;
@@ -135,6 +127,11 @@ void work(const std::vector<BacktestRun::Variant> &variants, const std::vector<S
     StockSeries series;
     DaySignals conditions;
     std::vector<StockSimulator> simulators(settings.begin(), settings.end());
+    // Each worker files its own trades: the files come to it in file order.
+    std::vector<DayLimitedFiling> filings;
+    for (const StrategyConfig &config : settings)
+        filings.emplace_back(config.maxCount, config.buyOrder);
+    std::vector<TradeRecord> trades; // one stock's, reused
     const KLineSource source = settings.front().kLineSource();
     StockSkipCounts files;
     for (int index = queue.take(); index >= 0; index = queue.take()) {
@@ -143,7 +140,6 @@ void work(const std::vector<BacktestRun::Variant> &variants, const std::vector<S
         if (loaded && cutAfter(series, options.lastDate)) {
             if (observer)
                 observer(index, series);
-            std::vector<std::vector<TradeRecord>> &trades = queue.tradesByFile[size_t(index)];
             for (SignalGroup &group : groups) {
                 group.script.bind(series.view(), indicators);
                 // Asked while this group's indicators are the cache's.
@@ -152,13 +148,19 @@ void work(const std::vector<BacktestRun::Variant> &variants, const std::vector<S
                 if (!options.simulate)
                     continue;
                 conditions.evaluate(group.script, series.size());
-                for (const size_t variant : group.variants)
-                    simulators[variant].simulateStock(series, conditions, trades[variant]);
+                for (const size_t variant : group.variants) {
+                    trades.clear();
+                    simulators[variant].simulateStock(series, conditions, trades);
+                    for (TradeRecord &trade : trades) {
+                        trade.stock = index;
+                        filings[variant].file(std::move(trade));
+                    }
+                }
             }
         }
         queue.finish(index);
     }
-    queue.addCounts(simulators, files);
+    queue.addWorker(std::move(filings), simulators, files);
 }
 
 } // namespace
@@ -230,18 +232,16 @@ std::vector<StockPick> BacktestRun::screen()
 std::vector<TradeBook> BacktestRun::walk(bool simulate)
 {
     std::vector<StrategyConfig> settings;
-    std::vector<DayLimitedFiling> books;
     for (const Variant &variant : m_variants) {
         settings.push_back(variant.strategy->config());
         if (m_rules)
             settings.back().rules = *m_rules;
-        books.emplace_back(settings.back().maxCount, settings.back().buyOrder);
     }
     std::optional<TodayPicks> picks;
     if (m_picking)
         picks.emplace(int(m_files.size()));
     const WalkOptions options{m_lastDate.toStdString(), simulate, picks ? &*picks : nullptr};
-    FileQueue queue(m_files, m_progress, books, m_cancelled);
+    FileQueue queue(m_files, m_progress, settings.size(), m_cancelled);
     const int workers = std::clamp(m_jobs, 1, std::max(1, int(m_files.size())));
     std::vector<std::thread> threads;
     for (int i = 1; i < workers; ++i)
@@ -254,7 +254,11 @@ std::vector<TradeBook> BacktestRun::walk(bool simulate)
     m_picks = picks ? picks->picks(settings.front().buyOrder) : std::vector<StockPick>();
     m_counts = queue.counts;
     std::vector<TradeBook> finished;
-    for (DayLimitedFiling &book : books)
-        finished.push_back(book.finish());
+    for (size_t variant = 0; variant < settings.size(); ++variant) {
+        std::vector<DayLimitedFiling> parts;
+        for (std::vector<DayLimitedFiling> &worker : queue.filingsByWorker)
+            parts.push_back(std::move(worker[variant]));
+        finished.push_back(DayLimitedFiling::merge(std::move(parts)));
+    }
     return finished;
 }

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <charconv>
+#include <future>
 #include <utility>
 
 namespace {
@@ -16,10 +17,10 @@ char *appendShortReal(char *out, double value)
     return std::to_chars(out, out + 32, value, std::chars_format::general, 6).ptr;
 }
 
-// Writes rows straight as bytes: dates of the usual form are written from
-// their numbers, other ASCII texts (codes nearly always) are copied as they
-// are in both encodings, anything else goes through the
-// encoder, and the status texts are encoded once.
+// Writes rows straight as bytes into a buffer it keeps: dates of the usual
+// form are written from their numbers, other ASCII texts (codes nearly
+// always) are copied as they are in both encodings, anything else goes
+// through the encoder, and the status texts are encoded once.
 class CsvWriter {
 public:
     explicit CsvWriter(TextEncoding encoding) : m_encoding(encoding)
@@ -28,66 +29,75 @@ public:
             m_statuses[size_t(i)] = TextFile::encode(statusText(TradeStatus(i)), encoding);
     }
 
-    void reserve(qsizetype rows) { m_bytes.reserve(rows * 64); }
-
     void appendRow(const TradeRecord &r)
     {
-        appendText(r.code);
-        m_bytes.append(',');
-        appendDate(r.buyDate);
-        char numbers[96];
-        char *end = numbers;
-        *end++ = ',';
-        end = appendShortReal(end, r.buyPrice);
-        *end++ = ',';
-        m_bytes.append(numbers, end - numbers);
-        appendDate(r.saleDate);
-        end = numbers;
-        *end++ = ',';
-        end = appendShortReal(end, r.salePrice);
-        *end++ = ',';
-        end = std::to_chars(end, end + 16, r.holdDays).ptr;
-        *end++ = ',';
-        m_bytes.append(numbers, end - numbers);
-        m_bytes.append(m_statuses[size_t(r.status)]);
-        m_bytes.append('\n');
+        // Room for a row of two dates, three numbers and a status; texts make their own.
+        char *out = grow(m_bytes.data() + m_size, kRowRoom);
+        out = appendText(out, r.code);
+        *out++ = ',';
+        out = appendDate(out, r.buyDate);
+        *out++ = ',';
+        out = appendShortReal(out, r.buyPrice);
+        *out++ = ',';
+        out = appendDate(out, r.saleDate);
+        *out++ = ',';
+        out = appendShortReal(out, r.salePrice);
+        *out++ = ',';
+        out = std::to_chars(out, out + 16, r.holdDays).ptr;
+        *out++ = ',';
+        const QByteArray &status = m_statuses[size_t(r.status)];
+        out = std::copy(status.begin(), status.end(), out);
+        *out++ = '\n';
+        m_size = out - m_bytes.data();
     }
 
-    qsizetype size() const { return m_bytes.size(); }
-    QByteArray take() { return std::exchange(m_bytes, QByteArray()); }
+    void clear() { m_size = 0; }
+    qsizetype size() const { return m_size; }
+    QByteArrayView bytes() const { return QByteArrayView(m_bytes.data(), m_size); }
 
 private:
-    void appendDate(int date)
+    static constexpr qsizetype kRowRoom = 128;
+
+    // Makes room for `count` bytes at `out`, which may move with the buffer.
+    char *grow(char *out, qsizetype count)
     {
-        if (date >= 0 && date < TradeDate::kSlots) {
-            char text[10];
-            m_bytes.append(text, TradeDate::writeSlot(text, date) - text);
-        } else {
-            appendText(TradeDate::text(date));
-        }
+        m_size = out - m_bytes.data();
+        if (m_bytes.size() - m_size < count)
+            m_bytes.resize(std::max(m_bytes.size() * 2, m_size + count + 4096));
+        return m_bytes.data() + m_size;
     }
 
-    void appendText(const QString &text)
+    char *appendDate(char *out, int date)
     {
+        if (date >= 0 && date < TradeDate::kSlots)
+            return TradeDate::writeSlot(out, date);
+        return appendText(out, TradeDate::text(date));
+    }
+
+    char *appendText(char *out, const QString &text)
+    {
+        out = grow(out, text.size() + kRowRoom);
         const QChar *chars = text.constData();
-        const qsizetype size = text.size();
-        const qsizetype start = m_bytes.size();
-        m_bytes.resize(start + size);
-        char *out = m_bytes.data() + start;
-        for (qsizetype i = 0; i < size; ++i) {
+        for (qsizetype i = 0; i < text.size(); ++i) {
             const char16_t c = chars[i].unicode();
-            if (c >= 0x80) {
-                m_bytes.resize(start);
-                m_bytes.append(TextFile::encode(text, m_encoding));
-                return;
-            }
+            if (c >= 0x80)
+                return appendEncoded(out, text);
             out[i] = char(c);
         }
+        return out + text.size();
+    }
+
+    char *appendEncoded(char *out, const QString &text)
+    {
+        const QByteArray encoded = TextFile::encode(text, m_encoding);
+        out = grow(out, encoded.size() + kRowRoom); // the rest of the row still fits behind it
+        return std::copy(encoded.begin(), encoded.end(), out);
     }
 
     TextEncoding m_encoding;
     std::array<QByteArray, 6> m_statuses;
     QByteArray m_bytes;
+    qsizetype m_size = 0;
 };
 
 } // namespace
@@ -101,12 +111,9 @@ QString shortReal(double value)
 QByteArray outputCsvBytes(const TradeBook &book, TextEncoding encoding)
 {
     CsvWriter writer(encoding);
-    writer.reserve(book.size());
-    for (const auto &[date, records] : book.entries()) {
-        for (const TradeRecord &r : records)
-            writer.appendRow(r);
-    }
-    return writer.take();
+    for (qsizetype row = 0; row < book.size(); ++row)
+        writer.appendRow(book[row]);
+    return writer.bytes().toByteArray();
 }
 
 QString outputCsvText(const TradeBook &book)
@@ -116,23 +123,29 @@ QString outputCsvText(const TradeBook &book)
 
 QString writeOutputCsv(const QString &path, const TradeBook &book, TextEncoding encoding)
 {
-    // A megabyte at a time: a whole market's trades are never held twice, once as records and once as text.
-    constexpr qsizetype kPiece = 1 << 20;
-    CsvWriter writer(encoding);
-    auto day = book.entries().begin();
-    qsizetype next = 0; // the next row of `day`
-    const auto nextPiece = [&]() {
-        writer.reserve(kPiece / 64 + 4); // a row beyond the megabyte fits too
-        while (writer.size() < kPiece) {
-            while (day != book.entries().end() && next == day->second.size()) {
-                ++day;
-                next = 0;
-            }
-            if (day == book.entries().end())
-                break;
-            writer.appendRow(day->second[next++]);
+    // About a megabyte a piece: a whole market's trades are never held twice,
+    // once as records and once as text. Two pieces are formatted at once, the
+    // second on a thread of its own, and written in turn.
+    constexpr qsizetype kRows = 16384;
+    std::array<CsvWriter, 2> writers{CsvWriter(encoding), CsvWriter(encoding)};
+    const auto format = [&book](CsvWriter &writer, qsizetype first) {
+        writer.clear();
+        for (qsizetype row = first; row < std::min(first + kRows, book.size()); ++row)
+            writer.appendRow(book[row]);
+    };
+    qsizetype next = 0; // the first row of the next pair of pieces
+    int handed = 0; // pieces of the current pair handed out
+    const auto nextPiece = [&]() -> QByteArrayView {
+        if (handed == 1) {
+            handed = 2;
+            return writers[1].bytes();
         }
-        return writer.take();
+        std::future<void> second = std::async(std::launch::async, format, std::ref(writers[1]), next + kRows);
+        format(writers[0], next);
+        second.get();
+        next += 2 * kRows;
+        handed = 1;
+        return writers[0].bytes();
     };
     return SafeFile::replace(path, nextPiece, SymlinkRule::FollowToRegularFile);
 }

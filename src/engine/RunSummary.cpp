@@ -9,17 +9,16 @@ RunSummary RunSummary::fromBook(const TradeBook &book)
     long long holdSum = 0;
     int successes = 0;
     double gainSum = 0;
-    for (const auto &[date, records] : book.entries()) {
-        summary.rows += records.size();
-        for (const TradeRecord &record : records) {
-            if (record.summaryCount != SummaryCount::Counted)
-                continue;
-            holdSum += record.holdDays;
-            if (record.salePrice >= record.buyPrice)
-                ++successes;
-            gainSum += (record.salePrice - record.buyPrice) * 100 / record.buyPrice;
-            ++summary.trades;
-        }
+    summary.rows = book.size();
+    for (qsizetype row = 0; row < book.size(); ++row) {
+        const TradeRecord &record = book[row];
+        if (record.summaryCount != SummaryCount::Counted)
+            continue;
+        holdSum += record.holdDays;
+        if (record.salePrice >= record.buyPrice)
+            ++successes;
+        gainSum += (record.salePrice - record.buyPrice) * 100 / record.buyPrice;
+        ++summary.trades;
     }
     if (summary.trades > 0) {
         summary.averageHoldDays = double(holdSum) / summary.trades;

@@ -4,27 +4,64 @@
 
 #include <algorithm>
 
+void TradeBook::store(std::vector<Block> &blocks, TradeRecord &&record)
+{
+    constexpr size_t kFullBlock = size_t(1) << kBlockBits;
+    if (blocks.empty() || blocks.back().size() == blocks.back().capacity() ||
+        blocks.back().size() == kFullBlock) {
+        // Small books stay small; a whole market's fill blocks of 4,096.
+        const size_t capacity = std::min(kFullBlock, size_t(256) << std::min(blocks.size(), size_t(4)));
+        blocks.emplace_back().reserve(capacity);
+    }
+    blocks.back().push_back(std::move(record));
+}
+
 std::vector<TradeRecord> TradeBook::rows() const
 {
     std::vector<TradeRecord> all;
-    for (const auto &[date, records] : m_entries)
-        all.insert(all.end(), records.begin(), records.end());
+    all.reserve(m_order.size());
+    for (const quint32 id : m_order)
+        all.push_back(record(id));
     return all;
+}
+
+void TradeBook::file(const TradeRecord &record)
+{
+    store(m_blocks, TradeRecord(record));
+    const quint32 id = idOf(m_blocks.size() - 1, m_blocks.back().size() - 1);
+    const QString date = TradeDate::text(record.buyDate);
+    auto day = std::lower_bound(m_days.begin(), m_days.end(), date,
+                                [](const Day &d, const QString &text) { return d.date < text; });
+    if (day == m_days.end() || day->date != date)
+        day = m_days.insert(day, Day{date, day == m_days.begin() ? 0 : std::prev(day)->end});
+    m_order.insert(m_order.begin() + qsizetype(day->end), id);
+    for (; day != m_days.end(); ++day)
+        ++day->end;
 }
 
 void TradeBook::applyDayLimit(int maxCount, BuyOrder buyOrder)
 {
     const bool descending = buyOrder == BuyOrder::Descending;
-    const qsizetype keep = std::max(maxCount, 0);
-    for (auto &[date, records] : m_entries) {
-        if (records.size() <= keep)
-            continue;
-        std::stable_sort(records.begin(), records.end(),
-                         [descending](const TradeRecord &a, const TradeRecord &b) {
-                             return descending ? a.volumeKey > b.volumeKey : a.volumeKey < b.volumeKey;
-                         });
-        records.resize(keep);
+    const size_t keep = size_t(std::max(maxCount, 0));
+    std::vector<quint32> kept;
+    std::vector<Day> days;
+    size_t start = 0;
+    for (const Day &day : m_days) {
+        std::vector<quint32> ids(m_order.begin() + qsizetype(start), m_order.begin() + qsizetype(day.end));
+        start = day.end;
+        if (ids.size() > keep) {
+            std::stable_sort(ids.begin(), ids.end(), [this, descending](quint32 a, quint32 b) {
+                return descending ? record(a).volumeKey > record(b).volumeKey
+                                  : record(a).volumeKey < record(b).volumeKey;
+            });
+            ids.resize(keep);
+        }
+        kept.insert(kept.end(), ids.begin(), ids.end());
+        if (!ids.empty())
+            days.push_back({day.date, kept.size()});
     }
+    m_order = std::move(kept);
+    m_days = std::move(days);
 }
 
 DayLimitedFiling::DayLimitedFiling(int maxCount, BuyOrder buyOrder)
@@ -34,53 +71,151 @@ DayLimitedFiling::DayLimitedFiling(int maxCount, BuyOrder buyOrder)
 
 DayLimitedFiling::Day &DayLimitedFiling::dayOf(int buyDate)
 {
-    if (buyDate < 0 || buyDate >= TradeDate::kSlots)
-        return m_otherDays[buyDate];
-    if (m_slots.empty())
-        m_slots.assign(TradeDate::kSlots, -1);
-    int &index = m_slots[size_t(buyDate)];
-    if (index < 0) {
-        index = int(m_dated.size());
-        m_dated.emplace_back(buyDate, Day());
+    int *index = nullptr;
+    if (buyDate >= 0 && buyDate < TradeDate::kSlots) {
+        // Grown only as far as the latest date seen: a sweep keeps many filings.
+        if (size_t(buyDate) >= m_slots.size())
+            m_slots.resize(size_t(buyDate) + 1, -1);
+        index = &m_slots[size_t(buyDate)];
+    } else {
+        index = &m_otherDays.try_emplace(buyDate, -1).first->second;
     }
-    return m_dated[size_t(index)].second;
+    if (*index < 0) {
+        *index = int(m_days.size());
+        m_days.push_back({buyDate, 0, {}});
+    }
+    return m_days[size_t(*index)];
 }
 
 void DayLimitedFiling::file(TradeRecord &&record)
 {
     Day &day = dayOf(record.buyDate);
-    QList<TradeRecord> &records = day.records;
-    const auto ordered = [this](const TradeRecord &a, const TradeRecord &b) { return before(a, b); };
-    if (!day.overflowed) {
-        records.append(std::move(record));
-        if (records.size() > m_keep) {
-            std::stable_sort(records.begin(), records.end(), ordered);
-            records.resize(m_keep);
-            day.overflowed = true;
-        }
+    if (day.filed < m_keep) {
+        ++day.filed;
+        TradeBook::store(m_blocks, std::move(record));
         return;
     }
-    // Equal volumes go behind the ones filed earlier, as the stable sort puts them.
-    if (records.size() == m_keep && (m_keep == 0 || !before(record, records.last())))
+    // Of the rest only the best can be kept; equal volumes go behind the ones
+    // filed earlier, as a stable sort puts them.
+    QList<TradeRecord> &later = day.later;
+    const auto ordered = [this](const TradeRecord &a, const TradeRecord &b) { return before(a, b); };
+    if (later.size() == m_keep && (m_keep == 0 || !before(record, later.last())))
         return;
-    records.insert(std::upper_bound(records.begin(), records.end(), record, ordered), std::move(record));
-    if (records.size() > m_keep)
-        records.removeLast();
+    later.insert(std::upper_bound(later.begin(), later.end(), record, ordered), std::move(record));
+    if (later.size() > m_keep)
+        later.removeLast();
 }
 
 TradeBook DayLimitedFiling::finish()
 {
+    std::vector<DayLimitedFiling> parts;
+    parts.push_back(std::move(*this));
+    return merge(std::move(parts));
+}
+
+namespace {
+
+// The whole run's days, with the ids of their trades, while the workers'
+// filings are merged.
+class MergedDays {
+public:
+    std::vector<quint32> &operator[](int date)
+    {
+        int &index = date >= 0 && date < TradeDate::kSlots ? m_slots[size_t(date)]
+                                                             : m_other.try_emplace(date, -1).first->second;
+        if (index < 0) {
+            index = int(days.size());
+            days.emplace_back(date, std::vector<quint32>());
+        }
+        return days[size_t(index)].second;
+    }
+
+    std::vector<std::pair<int, std::vector<quint32>>> days;
+
+private:
+    std::vector<int> m_slots = std::vector<int>(size_t(TradeDate::kSlots), -1);
+    std::unordered_map<int, int> m_other;
+};
+
+// Where the next trade of one filing stands among the book's blocks.
+struct Cursor {
+    size_t block; // the book's
+    size_t endBlock;
+    size_t offset = 0;
+};
+
+} // namespace
+
+TradeBook DayLimitedFiling::merge(std::vector<DayLimitedFiling> parts)
+{
     TradeBook book;
-    for (auto &[date, day] : m_dated) {
-        if (!day.records.isEmpty())
-            book.fileDay(TradeDate::text(date), std::move(day.records));
+    if (parts.empty())
+        return book;
+    MergedDays merged;
+    std::vector<Cursor> cursors;
+    for (DayLimitedFiling &part : parts) {
+        for (const Day &day : part.m_days) {
+            std::vector<quint32> &ids = merged[day.date];
+            ids.reserve(ids.size() + size_t(day.filed + day.later.size()));
+        }
+        cursors.push_back({book.m_blocks.size(), book.m_blocks.size() + part.m_blocks.size()});
+        std::move(part.m_blocks.begin(), part.m_blocks.end(), std::back_inserter(book.m_blocks));
     }
-    for (auto it = m_otherDays.begin(); it != m_otherDays.end(); ++it) {
-        if (!it->records.isEmpty())
-            book.fileDay(TradeDate::text(it.key()), std::move(it->records));
+    // The days' first trades, a stock at a time in file order.
+    const auto at = [&book](const Cursor &c) -> const TradeRecord & { return book.m_blocks[c.block][c.offset]; };
+    for (;;) {
+        Cursor *first = nullptr;
+        for (Cursor &cursor : cursors) {
+            if (cursor.block < cursor.endBlock && (!first || at(cursor).stock < at(*first).stock))
+                first = &cursor;
+        }
+        if (!first)
+            break;
+        const int stock = at(*first).stock;
+        while (first->block < first->endBlock && at(*first).stock == stock) {
+            merged[at(*first).buyDate].push_back(TradeBook::idOf(first->block, first->offset));
+            if (++first->offset == book.m_blocks[first->block].size()) {
+                ++first->block;
+                first->offset = 0;
+            }
+        }
     }
-    m_dated.clear();
-    m_otherDays.clear();
-    m_slots.clear();
+    // Then the best of the later ones, back among the others in the order
+    // they were filed: a stock buys at most once a day, except where its file
+    // repeats a date, and then its buy bars tell.
+    const auto filedEarlier = [&book](quint32 a, quint32 b) {
+        const TradeRecord &x = book.record(a);
+        const TradeRecord &y = book.record(b);
+        return x.stock != y.stock ? x.stock < y.stock : x.buyIndex < y.buyIndex;
+    };
+    for (DayLimitedFiling &part : parts) {
+        for (Day &day : part.m_days) {
+            if (day.later.isEmpty())
+                continue;
+            std::vector<quint32> &ids = merged[day.date];
+            for (TradeRecord &record : day.later) {
+                TradeBook::store(book.m_blocks, std::move(record));
+                ids.push_back(TradeBook::idOf(book.m_blocks.size() - 1, book.m_blocks.back().size() - 1));
+            }
+            std::stable_sort(ids.begin(), ids.end(), filedEarlier);
+        }
+    }
+    // The limit over all: each filing kept its own best, a superset of the best of all.
+    const DayLimitedFiling &rule = parts.front();
+    const auto ordered = [&book, &rule](quint32 a, quint32 b) { return rule.before(book.record(a), book.record(b)); };
+    std::vector<std::pair<QString, std::vector<quint32> *>> days;
+    for (auto &[date, ids] : merged.days) {
+        if (qsizetype(ids.size()) > rule.m_keep) {
+            std::stable_sort(ids.begin(), ids.end(), ordered);
+            ids.resize(size_t(rule.m_keep));
+        }
+        if (!ids.empty())
+            days.emplace_back(TradeDate::text(date), &ids);
+    }
+    std::sort(days.begin(), days.end(), [](const auto &a, const auto &b) { return a.first < b.first; });
+    for (auto &[date, ids] : days) {
+        book.m_order.insert(book.m_order.end(), ids->begin(), ids->end());
+        book.m_days.push_back({date, book.m_order.size()});
+    }
     return book;
 }

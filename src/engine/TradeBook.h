@@ -4,36 +4,28 @@
 #include "TradeRecord.h"
 #include "script/StrategyConfig.h"
 
-#include <QHash>
 #include <QList>
 
-#include <map>
+#include <unordered_map>
 #include <vector>
 
-// Trades by buy-date text, in plain text order of the date; each date's list
-// in the order the trades were filed.
+// A run's trades by buy-date text, in plain text order of the date; each
+// date's trades in the order they were filed. The records stay where they
+// were first stored, in blocks that never move; the book orders numbers
+// naming them, so a whole market's trades are never copied to be ordered.
 class TradeBook {
 public:
-    using Entries = std::map<QString, QList<TradeRecord>>;
+    qsizetype size() const { return qsizetype(m_order.size()); }
+    bool isEmpty() const { return m_order.empty(); }
+    // The trade at `row` of the book's order.
+    const TradeRecord &operator[](qsizetype row) const { return record(m_order[size_t(row)]); }
 
-    void file(const TradeRecord &record) { m_entries[TradeDate::text(record.buyDate)].append(record); }
-    void fileDay(const QString &buyDate, QList<TradeRecord> records)
-    {
-        m_entries[buyDate] = std::move(records);
-    }
-    void clear() { m_entries.clear(); }
-    bool isEmpty() const { return m_entries.empty(); }
-    const Entries &entries() const { return m_entries; }
-    qsizetype size() const
-    {
-        qsizetype count = 0;
-        for (const auto &[date, records] : m_entries)
-            count += records.size();
-        return count;
-    }
-
-    // Every record in date order, then filing order.
+    // Every record in book order.
     std::vector<TradeRecord> rows() const;
+
+    // Adds one trade behind the others of its date, for books put together
+    // a trade at a time; a run's trades come through DayLimitedFiling.
+    void file(const TradeRecord &record);
 
     // Keeps at most `maxCount` trades per buy date, the largest volumes first
     // for a descending order and the smallest otherwise; among equal volumes
@@ -42,33 +34,60 @@ public:
     void applyDayLimit(int maxCount, BuyOrder buyOrder);
 
 private:
-    Entries m_entries;
+    friend class DayLimitedFiling;
+    using Block = std::vector<TradeRecord>;
+    static constexpr int kBlockBits = 12; // a block holds at most 4,096 records
+    static quint32 idOf(size_t block, size_t offset) { return quint32(block << kBlockBits | offset); }
+    // Stores `record` in the last block, or a new one when that is full.
+    static void store(std::vector<Block> &blocks, TradeRecord &&record);
+    const TradeRecord &record(quint32 id) const
+    {
+        return m_blocks[id >> kBlockBits][id & ((1u << kBlockBits) - 1)];
+    }
+
+    struct Day {
+        QString date;
+        size_t end = 0; // one past the day's last trade in m_order
+    };
+
+    std::vector<Block> m_blocks;
+    std::vector<quint32> m_order; // the records' ids, in book order
+    std::vector<Day> m_days; // in text order of the date
 };
 
-// Files trades in file order and keeps at most `maxCount` per buy date as it
-// goes, with the very result applyDayLimit gives after the run; a whole
-// market's trades are never held at once.
+// Files trades and keeps at most `maxCount` per buy date as it goes, with
+// the very result applyDayLimit gives after the run; a whole market's trades
+// are never held at once. Each worker files its own stocks, in file order,
+// into a filing of its own; merging the workers' filings gives what one
+// filing of every stock in file order gives.
 class DayLimitedFiling {
 public:
     DayLimitedFiling(int maxCount, BuyOrder buyOrder);
+    // A stock's trades come together, in the order they were made, and
+    // `record.stock` never goes below the stocks filed before.
     void file(TradeRecord &&record);
     TradeBook finish();
+    // Filings of disjoint stocks with the same limit, consumed.
+    static TradeBook merge(std::vector<DayLimitedFiling> parts);
 
 private:
     struct Day {
-        QList<TradeRecord> records;
-        bool overflowed = false; // once more than maxCount came, the list is in volume order
+        int date = TradeDate::kNone;
+        qsizetype filed = 0; // in m_blocks: the day's first trades, up to the limit
+        QList<TradeRecord> later; // the best of the day's later trades, in volume order
     };
     bool before(const TradeRecord &a, const TradeRecord &b) const
     {
         return m_descending ? a.volumeKey > b.volumeKey : a.volumeKey < b.volumeKey;
     }
-
     Day &dayOf(int buyDate);
 
     qsizetype m_keep;
     bool m_descending;
-    std::vector<int> m_slots; // TradeDate slot -> index in m_dated, or -1
-    std::vector<std::pair<int, Day>> m_dated;
-    QHash<int, Day> m_otherDays; // dates of other forms, pending buys among them
+    // The days' first trades in filing order, each stored once, in blocks
+    // that grow without moving what they hold.
+    std::vector<TradeBook::Block> m_blocks;
+    std::vector<Day> m_days;
+    std::vector<int> m_slots; // TradeDate slot -> index in m_days, or -1
+    std::unordered_map<int, int> m_otherDays; // dates of other forms, pending buys among them
 };

@@ -27,6 +27,7 @@ struct TradeRecord {
     int saleDate = TradeDate::kNone;
     int holdDays = 0;
     int buyIndex = 0;
+    int stock = 0; // the stock's place in the run's file list: a day's trades stand in that order
     TradeStatus status = TradeStatus::Holding;
     bool closed = false;
     SummaryCount summaryCount = SummaryCount::Left;

@@ -65,14 +65,11 @@ QString replace(const QString &path, const QByteArray &bytes, SymlinkRule links)
     bool given = false;
     return replace(
         path,
-        [&]() {
-            const bool first = !std::exchange(given, true);
-            return first ? bytes : QByteArray();
-        },
+        [&]() -> QByteArrayView { return std::exchange(given, true) ? QByteArrayView() : QByteArrayView(bytes); },
         links);
 }
 
-QString replace(const QString &path, const std::function<QByteArray()> &nextPiece, SymlinkRule links)
+QString replace(const QString &path, const std::function<QByteArrayView()> &nextPiece, SymlinkRule links)
 {
     QString refusalText;
     const QString target = writtenPath(path, links, refusalText);
@@ -81,8 +78,8 @@ QString replace(const QString &path, const std::function<QByteArray()> &nextPiec
     QSaveFile file(target);
     if (!file.open(QIODevice::WriteOnly))
         return file.errorString();
-    for (QByteArray piece = nextPiece(); !piece.isEmpty(); piece = nextPiece()) {
-        if (file.write(piece) != piece.size()) {
+    for (QByteArrayView piece = nextPiece(); !piece.isEmpty(); piece = nextPiece()) {
+        if (file.write(piece.data(), piece.size()) != piece.size()) {
             const QString reason = file.errorString();
             file.cancelWriting();
             return reason;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 
 #include <functional>
@@ -28,7 +29,8 @@ QString refusal(const QString &path, SymlinkRule links);
 QString replace(const QString &path, const QByteArray &bytes, SymlinkRule links);
 
 // The same, written piece by piece as `nextPiece` gives them until it gives an
-// empty one, so a large file is never held whole in memory.
-QString replace(const QString &path, const std::function<QByteArray()> &nextPiece, SymlinkRule links);
+// empty one, so a large file is never held whole in memory. Each piece need
+// only stay valid until the next is asked for.
+QString replace(const QString &path, const std::function<QByteArrayView()> &nextPiece, SymlinkRule links);
 
 } // namespace SafeFile

@@ -35,13 +35,11 @@ QString tradeExitText(TradeExit exit)
 std::vector<ReportTrade> reportTradesOf(const TradeBook &book)
 {
     std::vector<ReportTrade> trades;
-    for (const auto &[date, records] : book.entries()) {
-        for (const TradeRecord &record : records) {
-            trades.push_back({record.code, TradeDate::text(record.buyDate), record.buyPrice,
-                              TradeDate::text(record.saleDate), record.salePrice,
-                              record.holdDays, exitOf(record.status), record.closed,
-                              record.summaryCount == SummaryCount::Counted});
-        }
+    for (qsizetype row = 0; row < book.size(); ++row) {
+        const TradeRecord &record = book[row];
+        trades.push_back({record.code, TradeDate::text(record.buyDate), record.buyPrice,
+                          TradeDate::text(record.saleDate), record.salePrice, record.holdDays,
+                          exitOf(record.status), record.closed, record.summaryCount == SummaryCount::Counted});
     }
     return trades;
 }

@@ -96,11 +96,10 @@ TEST(Csv, PricesInShortestPrintfFormAndNoHeader)
 }
 
 // The file is written a piece at a time; the pieces must join into exactly the
-// bytes of the whole book, across days, an emptied day and a non-ASCII code.
+// bytes of the whole book, across days and a non-ASCII code.
 TEST(Csv, AFileOfManyPiecesHoldsTheSameBytesAsTheWholeBook)
 {
     TradeBook kept;
-    kept.fileDay(QStringLiteral("2019-01-01"), {});
     for (int i = 0; i < 40000; ++i)
         kept.file(trade(i % 7 ? "600000" : "60000甲", i % 2 ? "2019-01-02" : "2020-03-04", i, 10 + i, 11));
     const QTemporaryDir dir;
@@ -137,22 +136,27 @@ TEST(Csv, PricesPrintAsPrintfWouldOverEveryMagnitudeAndSpecialValue)
     }
 }
 
+// Workers file the stocks they were handed into filings of their own; the
+// merged filings must give what limiting every trade in file order gives.
 TEST(DayLimit, FilingWithTheLimitGivesWhatLimitingAfterwardsGives)
 {
     std::mt19937 random(5);
     for (int round = 0; round < 300; ++round) {
         const int maxCount = int(random() % 5) - 1;
         const BuyOrder order = random() % 2 ? BuyOrder::Descending : BuyOrder::Ascending;
+        const int workers = 1 + round % 3;
         TradeBook afterwards;
-        DayLimitedFiling asFiled(maxCount, order);
+        std::vector<DayLimitedFiling> asFiled(size_t(workers), DayLimitedFiling(maxCount, order));
         for (int i = 0; i < 60; ++i) {
             const QByteArray code = QByteArray::number(i);
             const QByteArray date = "d" + QByteArray::number(random() % 6);
-            const TradeRecord r = trade(code.constData(), date.constData(), double(random() % 4));
+            TradeRecord r = trade(code.constData(), date.constData(), double(random() % 4));
+            r.stock = i;
             afterwards.file(r);
-            asFiled.file(TradeRecord(r));
+            asFiled[random() % size_t(workers)].file(TradeRecord(r));
         }
         afterwards.applyDayLimit(maxCount, order);
-        ASSERT_EQ(codes(asFiled.finish()), codes(afterwards)) << maxCount << int(order);
+        ASSERT_EQ(codes(DayLimitedFiling::merge(std::move(asFiled))), codes(afterwards))
+            << maxCount << int(order) << workers;
     }
 }
