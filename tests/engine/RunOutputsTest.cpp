@@ -124,6 +124,9 @@ TEST(Csv, PricesPrintAsPrintfWouldOverEveryMagnitudeAndSpecialValue)
         const double cents = double(random() % 10000000) / 100;
         values.push_back(double(float(cents)));
         values.push_back(cents * std::pow(10.0, int(random() % 20) - 10));
+        // A take-profit's price, and halves exactly between six-digit neighbours.
+        values.push_back((64 * 0.01 + 1.0) * double(float(cents)));
+        values.push_back(double(random() % 2000000) / double(1 << (random() % 16)));
         const std::uint64_t bits = random();
         double any;
         std::memcpy(&any, &bits, sizeof any);
