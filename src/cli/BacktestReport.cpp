@@ -1,14 +1,9 @@
 #include "BacktestReport.h"
 
 #include "CliOutput.h"
+#include "ReportChartsPlugin.h"
 #include "report/ReportFiles.h"
 #include "report/ReportTrade.h"
-
-#ifdef ORVEL_REPORT_CHARTS
-#include "reportcharts/ReportPlots.h"
-
-#include <QApplication>
-#endif
 
 BacktestRun::StockObserver BacktestReport::observer()
 {
@@ -22,12 +17,7 @@ bool BacktestReport::write(const QString &dir, const TradeBook &book, const Repo
 {
     StrategyReport report = computeReport(reportTradesOf(book), m_market, settings);
     report.rules = rules;
-    ReportCharts charts;
-#ifdef ORVEL_REPORT_CHARTS
-    if (qobject_cast<QApplication *>(QCoreApplication::instance()))
-        charts = ReportPlots::render(report);
-#endif
-    const QString error = writeReportFiles(dir, report, charts);
+    const QString error = writeReportFiles(dir, report, ReportChartsPlugin::render(report));
     if (!error.isEmpty())
         CliOutput::err(QStringLiteral("无法写入报告 / cannot write the report: %1\n").arg(error));
     return error.isEmpty();

@@ -1,15 +1,12 @@
 #include "CliOutput.h"
 #include "Commands.h"
 #include "OutOfMemory.h"
+#include "ReportChartsPlugin.h"
 #include "runtime/MessageLog.h"
 
 #include <QCoreApplication>
 
 #include <memory>
-
-#ifdef ORVEL_REPORT_CHARTS
-#include <QApplication>
-#endif
 
 namespace {
 
@@ -28,19 +25,14 @@ const char kUsage[] = "用法 / usage:\n"
                       "  orvel-cli sweep-merge FILE... [--out FILE] [--sort KEY] [--top K]\n"
                       "Run a command with --help for its options.\n";
 
-// The report's charts are drawn with widgets, off screen; nothing else
-// needs more than the core application.
-std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv)
+// Only a backtest that writes a report draws charts.
+bool wantsCharts(int argc, char **argv)
 {
-#ifdef ORVEL_REPORT_CHARTS
     for (int i = 2; argc > 1 && qstrcmp(argv[1], "backtest") == 0 && i < argc; ++i) {
-        if (qstrcmp(argv[i], "--report") == 0 || QByteArray(argv[i]).startsWith("--report=")) {
-            qputenv("QT_QPA_PLATFORM", "offscreen");
-            return std::make_unique<QApplication>(argc, argv);
-        }
+        if (qstrcmp(argv[i], "--report") == 0 || QByteArray(argv[i]).startsWith("--report="))
+            return true;
     }
-#endif
-    return std::make_unique<QCoreApplication>(argc, argv);
+    return false;
 }
 
 } // namespace
@@ -55,7 +47,8 @@ int main(int argc, char *argv[])
 {
     OutOfMemory::install();
     MessageLog::install();
-    const std::unique_ptr<QCoreApplication> app = makeApplication(argc, argv);
+    const std::unique_ptr<QCoreApplication> app =
+        ReportChartsPlugin::makeApplication(argc, argv, wantsCharts(argc, argv));
     QCoreApplication::setApplicationName(QStringLiteral("orvel-cli"));
     QCoreApplication::setApplicationVersion(QStringLiteral(ORVEL_VERSION));
 

@@ -48,6 +48,10 @@ TEST(ReportCommand, WritesTheReportAndLeavesTheRunAsItWas)
     // Without a real-account rule the report says nothing of them.
     EXPECT_FALSE(json.contains("rules"));
     EXPECT_FALSE(readTestFile(dir.filePath("one/report.html")).contains("实盘规则影响"));
+#ifdef ORVEL_BUILD_GUI
+    // The charts come from the plugin the command line loads only for a report.
+    EXPECT_EQ(readTestFile(dir.filePath("one/report.html")).count("data:image/png"), 2);
+#endif
 
     // The comparison: the run as written, then as a real account could trade it.
     const QStringList lines = two.out.split(QLatin1Char('\n'));

@@ -1,0 +1,40 @@
+#include "ReportChartsPlugin.h"
+
+#include <QFileInfo>
+#include <QLibrary>
+
+namespace {
+
+using MakeApplication = QCoreApplication *(*)(int *argc, char **argv);
+using RenderCharts = void (*)(const StrategyReport *report, ReportCharts *charts);
+
+RenderCharts renderCharts = nullptr;
+
+} // namespace
+
+namespace ReportChartsPlugin {
+
+std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv, bool charts)
+{
+    if (charts) {
+        // Beside the program itself, wherever it was started from.
+        const QString dir = QFileInfo(QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget()).path();
+        QLibrary plugin(dir + QStringLiteral("/liborvel_report_charts_plugin"));
+        const auto make = reinterpret_cast<MakeApplication>(plugin.resolve("orvelChartsApplication"));
+        renderCharts = reinterpret_cast<RenderCharts>(plugin.resolve("orvelRenderCharts"));
+        if (make && renderCharts)
+            return std::unique_ptr<QCoreApplication>(make(&argc, argv));
+        renderCharts = nullptr;
+    }
+    return std::make_unique<QCoreApplication>(argc, argv);
+}
+
+ReportCharts render(const StrategyReport &report)
+{
+    ReportCharts charts;
+    if (renderCharts)
+        renderCharts(&report, &charts);
+    return charts;
+}
+
+} // namespace ReportChartsPlugin
