@@ -65,7 +65,8 @@ void TradeBook::applyDayLimit(int maxCount, BuyOrder buyOrder)
 }
 
 DayLimitedFiling::DayLimitedFiling(int maxCount, BuyOrder buyOrder)
-    : m_keep(std::max(maxCount, 0)), m_descending(buyOrder == BuyOrder::Descending)
+    : m_keep(std::max(maxCount, 0)), m_filedFirst(m_keep > 64 ? m_keep : 0),
+      m_descending(buyOrder == BuyOrder::Descending)
 {
 }
 
@@ -82,7 +83,7 @@ DayLimitedFiling::Day &DayLimitedFiling::dayOf(int buyDate)
     }
     if (*index < 0) {
         *index = int(m_days.size());
-        m_days.push_back({buyDate, 0, {}});
+        m_days.push_back({buyDate, 0, 0, {}});
     }
     return m_days[size_t(*index)];
 }
@@ -90,7 +91,8 @@ DayLimitedFiling::Day &DayLimitedFiling::dayOf(int buyDate)
 void DayLimitedFiling::file(TradeRecord &&record)
 {
     Day &day = dayOf(record.buyDate);
-    if (day.filed < m_keep) {
+    ++day.seen;
+    if (day.filed < m_filedFirst) {
         ++day.filed;
         TradeBook::store(m_blocks, std::move(record));
         return;
@@ -99,11 +101,14 @@ void DayLimitedFiling::file(TradeRecord &&record)
     // filed earlier, as a stable sort puts them.
     QList<TradeRecord> &later = day.later;
     const auto ordered = [this](const TradeRecord &a, const TradeRecord &b) { return before(a, b); };
-    if (later.size() == m_keep && (m_keep == 0 || !before(record, later.last())))
-        return;
+    if (later.size() == m_keep) {
+        if (m_keep == 0 || !before(record, later.last()))
+            return;
+        later.removeLast(); // first, so that a small day never grows past its room
+    } else if (later.isEmpty() && m_filedFirst == 0) {
+        later.reserve(m_keep); // a sweep holds a day like this per filing
+    }
     later.insert(std::upper_bound(later.begin(), later.end(), record, ordered), std::move(record));
-    if (later.size() > m_keep)
-        later.removeLast();
 }
 
 TradeBook DayLimitedFiling::finish()
@@ -119,18 +124,24 @@ namespace {
 // filings are merged.
 class MergedDays {
 public:
-    std::vector<quint32> &operator[](int date)
+    struct Day {
+        int date;
+        qsizetype seen = 0; // trades filed, kept or not
+        std::vector<quint32> ids;
+    };
+
+    Day &operator[](int date)
     {
         int &index = date >= 0 && date < TradeDate::kSlots ? m_slots[size_t(date)]
                                                              : m_other.try_emplace(date, -1).first->second;
         if (index < 0) {
             index = int(days.size());
-            days.emplace_back(date, std::vector<quint32>());
+            days.push_back({date, 0, {}});
         }
-        return days[size_t(index)].second;
+        return days[size_t(index)];
     }
 
-    std::vector<std::pair<int, std::vector<quint32>>> days;
+    std::vector<Day> days;
 
 private:
     std::vector<int> m_slots = std::vector<int>(size_t(TradeDate::kSlots), -1);
@@ -155,8 +166,9 @@ TradeBook DayLimitedFiling::merge(std::vector<DayLimitedFiling> parts)
     std::vector<Cursor> cursors;
     for (DayLimitedFiling &part : parts) {
         for (const Day &day : part.m_days) {
-            std::vector<quint32> &ids = merged[day.date];
-            ids.reserve(ids.size() + size_t(day.filed + day.later.size()));
+            MergedDays::Day &all = merged[day.date];
+            all.seen += day.seen;
+            all.ids.reserve(all.ids.size() + size_t(day.filed + day.later.size()));
         }
         cursors.push_back({book.m_blocks.size(), book.m_blocks.size() + part.m_blocks.size()});
         std::move(part.m_blocks.begin(), part.m_blocks.end(), std::back_inserter(book.m_blocks));
@@ -173,7 +185,7 @@ TradeBook DayLimitedFiling::merge(std::vector<DayLimitedFiling> parts)
             break;
         const int stock = at(*first).stock;
         while (first->block < first->endBlock && at(*first).stock == stock) {
-            merged[at(*first).buyDate].push_back(TradeBook::idOf(first->block, first->offset));
+            merged[at(*first).buyDate].ids.push_back(TradeBook::idOf(first->block, first->offset));
             if (++first->offset == book.m_blocks[first->block].size()) {
                 ++first->block;
                 first->offset = 0;
@@ -192,7 +204,7 @@ TradeBook DayLimitedFiling::merge(std::vector<DayLimitedFiling> parts)
         for (Day &day : part.m_days) {
             if (day.later.isEmpty())
                 continue;
-            std::vector<quint32> &ids = merged[day.date];
+            std::vector<quint32> &ids = merged[day.date].ids;
             for (TradeRecord &record : day.later) {
                 TradeBook::store(book.m_blocks, std::move(record));
                 ids.push_back(TradeBook::idOf(book.m_blocks.size() - 1, book.m_blocks.back().size() - 1));
@@ -200,17 +212,19 @@ TradeBook DayLimitedFiling::merge(std::vector<DayLimitedFiling> parts)
             std::stable_sort(ids.begin(), ids.end(), filedEarlier);
         }
     }
-    // The limit over all: each filing kept its own best, a superset of the best of all.
+    // The limit over all: each filing kept its own best, a superset of the
+    // best of all. A day that ever had more than the limit lists its trades
+    // in volume order, as when one filing took every trade.
     const DayLimitedFiling &rule = parts.front();
     const auto ordered = [&book, &rule](quint32 a, quint32 b) { return rule.before(book.record(a), book.record(b)); };
     std::vector<std::pair<QString, std::vector<quint32> *>> days;
-    for (auto &[date, ids] : merged.days) {
-        if (qsizetype(ids.size()) > rule.m_keep) {
-            std::stable_sort(ids.begin(), ids.end(), ordered);
-            ids.resize(size_t(rule.m_keep));
+    for (MergedDays::Day &day : merged.days) {
+        if (day.seen > rule.m_keep) {
+            std::stable_sort(day.ids.begin(), day.ids.end(), ordered);
+            day.ids.resize(std::min(day.ids.size(), size_t(rule.m_keep)));
         }
-        if (!ids.empty())
-            days.emplace_back(TradeDate::text(date), &ids);
+        if (!day.ids.empty())
+            days.emplace_back(TradeDate::text(day.date), &day.ids);
     }
     std::sort(days.begin(), days.end(), [](const auto &a, const auto &b) { return a.first < b.first; });
     for (auto &[date, ids] : days) {

@@ -73,8 +73,9 @@ public:
 private:
     struct Day {
         int date = TradeDate::kNone;
-        qsizetype filed = 0; // in m_blocks: the day's first trades, up to the limit
-        QList<TradeRecord> later; // the best of the day's later trades, in volume order
+        qsizetype seen = 0; // every trade of the day, kept or not
+        qsizetype filed = 0; // in m_blocks: the day's first trades, up to m_filedFirst
+        QList<TradeRecord> later; // the best of the day's other trades, in volume order
     };
     bool before(const TradeRecord &a, const TradeRecord &b) const
     {
@@ -83,6 +84,10 @@ private:
     Day &dayOf(int buyDate);
 
     qsizetype m_keep;
+    // A small limit keeps only each day's best: the days of a sweep's many
+    // filings stay small. A large one rarely cuts, so the first trades go
+    // straight into blocks and no day's list grows.
+    qsizetype m_filedFirst;
     bool m_descending;
     // The days' first trades in filing order, each stored once, in blocks
     // that grow without moving what they hold.

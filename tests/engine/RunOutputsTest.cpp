@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -145,15 +146,17 @@ TEST(DayLimit, FilingWithTheLimitGivesWhatLimitingAfterwardsGives)
 {
     std::mt19937 random(5);
     for (int round = 0; round < 300; ++round) {
-        const int maxCount = int(random() % 5) - 1;
+        // Small limits keep each day's best only; large ones file the first trades apart.
+        const int maxCount = std::array{-1, 0, 1, 2, 3, 65, 90, 200}[random() % 8];
         const BuyOrder order = random() % 2 ? BuyOrder::Descending : BuyOrder::Ascending;
         const int workers = 1 + round % 3;
         TradeBook afterwards;
         std::vector<DayLimitedFiling> asFiled(size_t(workers), DayLimitedFiling(maxCount, order));
-        for (int i = 0; i < 60; ++i) {
+        for (int i = 0; i < 300; ++i) {
             const QByteArray code = QByteArray::number(i);
-            const QByteArray date = "d" + QByteArray::number(random() % 6);
-            TradeRecord r = trade(code.constData(), date.constData(), double(random() % 4));
+            const QByteArray date = "d" + QByteArray::number(random() % 3);
+            // Few volumes make ties, many an order of their own.
+            TradeRecord r = trade(code.constData(), date.constData(), double(random() % (round % 2 ? 4 : 1000)));
             r.stock = i;
             afterwards.file(r);
             asFiled[random() % size_t(workers)].file(TradeRecord(r));
