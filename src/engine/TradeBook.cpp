@@ -99,14 +99,14 @@ void DayLimitedFiling::file(TradeRecord &&record)
     }
     // Of the rest only the best can be kept; equal volumes go behind the ones
     // filed earlier, as a stable sort puts them.
-    QList<TradeRecord> &later = day.later;
+    std::vector<TradeRecord> &later = day.later;
     const auto ordered = [this](const TradeRecord &a, const TradeRecord &b) { return before(a, b); };
-    if (later.size() == m_keep) {
-        if (m_keep == 0 || !before(record, later.last()))
+    if (qsizetype(later.size()) == m_keep) {
+        if (m_keep == 0 || !before(record, later.back()))
             return;
-        later.removeLast(); // first, so that a small day never grows past its room
-    } else if (later.isEmpty() && m_filedFirst == 0) {
-        later.reserve(m_keep); // a sweep holds a day like this per filing
+        later.pop_back(); // first, so that a small day never grows past its room
+    } else if (later.empty() && m_filedFirst == 0) {
+        later.reserve(size_t(m_keep)); // a sweep holds a day like this per filing
     }
     later.insert(std::upper_bound(later.begin(), later.end(), record, ordered), std::move(record));
 }
@@ -168,7 +168,7 @@ TradeBook DayLimitedFiling::merge(std::vector<DayLimitedFiling> parts)
         for (const Day &day : part.m_days) {
             MergedDays::Day &all = merged[day.date];
             all.seen += day.seen;
-            all.ids.reserve(all.ids.size() + size_t(day.filed + day.later.size()));
+            all.ids.reserve(all.ids.size() + size_t(day.filed) + day.later.size());
         }
         cursors.push_back({book.m_blocks.size(), book.m_blocks.size() + part.m_blocks.size()});
         std::move(part.m_blocks.begin(), part.m_blocks.end(), std::back_inserter(book.m_blocks));
@@ -202,7 +202,7 @@ TradeBook DayLimitedFiling::merge(std::vector<DayLimitedFiling> parts)
     };
     for (DayLimitedFiling &part : parts) {
         for (Day &day : part.m_days) {
-            if (day.later.isEmpty())
+            if (day.later.empty())
                 continue;
             std::vector<quint32> &ids = merged[day.date].ids;
             for (TradeRecord &record : day.later) {

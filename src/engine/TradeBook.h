@@ -4,7 +4,6 @@
 #include "TradeRecord.h"
 #include "script/StrategyConfig.h"
 
-#include <QList>
 
 #include <unordered_map>
 #include <vector>
@@ -75,7 +74,7 @@ private:
         int date = TradeDate::kNone;
         qsizetype seen = 0; // every trade of the day, kept or not
         qsizetype filed = 0; // in m_blocks: the day's first trades, up to m_filedFirst
-        QList<TradeRecord> later; // the best of the day's other trades, in volume order
+        std::vector<TradeRecord> later; // the best of the day's other trades, in volume order
     };
     bool before(const TradeRecord &a, const TradeRecord &b) const
     {
