@@ -118,11 +118,9 @@ TradeBook DayLimitedFiling::finish()
     return merge(std::move(parts));
 }
 
-namespace {
-
 // The whole run's days, with the ids of their trades, while the workers'
 // filings are merged.
-class MergedDays {
+class DayLimitedFiling::MergedDays {
 public:
     struct Day {
         int date;
@@ -149,13 +147,11 @@ private:
 };
 
 // Where the next trade of one filing stands among the book's blocks.
-struct Cursor {
+struct DayLimitedFiling::Cursor {
     size_t block; // the book's
     size_t endBlock;
     size_t offset = 0;
 };
-
-} // namespace
 
 TradeBook DayLimitedFiling::merge(std::vector<DayLimitedFiling> parts)
 {
@@ -163,6 +159,17 @@ TradeBook DayLimitedFiling::merge(std::vector<DayLimitedFiling> parts)
     if (parts.empty())
         return book;
     MergedDays merged;
+    std::vector<Cursor> cursors = adopt(parts, book, merged);
+    takeFirstTrades(cursors, book, merged);
+    takeLaterTrades(parts, book, merged);
+    parts.front().limitAndOrder(book, merged);
+    return book;
+}
+
+// The filings' blocks become the book's, and every day gets room for its trades.
+std::vector<DayLimitedFiling::Cursor> DayLimitedFiling::adopt(std::vector<DayLimitedFiling> &parts, TradeBook &book,
+                                                              MergedDays &merged)
+{
     std::vector<Cursor> cursors;
     for (DayLimitedFiling &part : parts) {
         for (const Day &day : part.m_days) {
@@ -173,7 +180,12 @@ TradeBook DayLimitedFiling::merge(std::vector<DayLimitedFiling> parts)
         cursors.push_back({book.m_blocks.size(), book.m_blocks.size() + part.m_blocks.size()});
         std::move(part.m_blocks.begin(), part.m_blocks.end(), std::back_inserter(book.m_blocks));
     }
-    // The days' first trades, a stock at a time in file order.
+    return cursors;
+}
+
+// The days' first trades, a stock at a time in file order.
+void DayLimitedFiling::takeFirstTrades(std::vector<Cursor> &cursors, const TradeBook &book, MergedDays &merged)
+{
     const auto at = [&book](const Cursor &c) -> const TradeRecord & { return book.m_blocks[c.block][c.offset]; };
     for (;;) {
         Cursor *first = nullptr;
@@ -182,7 +194,7 @@ TradeBook DayLimitedFiling::merge(std::vector<DayLimitedFiling> parts)
                 first = &cursor;
         }
         if (!first)
-            break;
+            return;
         const int stock = at(*first).stock;
         while (first->block < first->endBlock && at(*first).stock == stock) {
             merged[at(*first).buyDate].ids.push_back(TradeBook::idOf(first->block, first->offset));
@@ -192,9 +204,13 @@ TradeBook DayLimitedFiling::merge(std::vector<DayLimitedFiling> parts)
             }
         }
     }
-    // Then the best of the later ones, back among the others in the order
-    // they were filed: a stock buys at most once a day, except where its file
-    // repeats a date, and then its buy bars tell.
+}
+
+// Then the best of the later ones, back among the others in the order they
+// were filed: a stock buys at most once a day, except where its file repeats
+// a date, and then its buy bars tell.
+void DayLimitedFiling::takeLaterTrades(std::vector<DayLimitedFiling> &parts, TradeBook &book, MergedDays &merged)
+{
     const auto filedEarlier = [&book](quint32 a, quint32 b) {
         const TradeRecord &x = book.record(a);
         const TradeRecord &y = book.record(b);
@@ -212,16 +228,19 @@ TradeBook DayLimitedFiling::merge(std::vector<DayLimitedFiling> parts)
             std::stable_sort(ids.begin(), ids.end(), filedEarlier);
         }
     }
-    // The limit over all: each filing kept its own best, a superset of the
-    // best of all. A day that ever had more than the limit lists its trades
-    // in volume order, as when one filing took every trade.
-    const DayLimitedFiling &rule = parts.front();
-    const auto ordered = [&book, &rule](quint32 a, quint32 b) { return rule.before(book.record(a), book.record(b)); };
+}
+
+// The limit over all: each filing kept its own best, a superset of the best
+// of all. A day that ever had more than the limit lists its trades in volume
+// order, as when one filing took every trade. Then the days in text order.
+void DayLimitedFiling::limitAndOrder(TradeBook &book, MergedDays &merged) const
+{
+    const auto ordered = [&book, this](quint32 a, quint32 b) { return before(book.record(a), book.record(b)); };
     std::vector<std::pair<QString, std::vector<quint32> *>> days;
     for (MergedDays::Day &day : merged.days) {
-        if (day.seen > rule.m_keep) {
+        if (day.seen > m_keep) {
             std::stable_sort(day.ids.begin(), day.ids.end(), ordered);
-            day.ids.resize(std::min(day.ids.size(), size_t(rule.m_keep)));
+            day.ids.resize(std::min(day.ids.size(), size_t(m_keep)));
         }
         if (!day.ids.empty())
             days.emplace_back(TradeDate::text(day.date), &day.ids);
@@ -231,5 +250,4 @@ TradeBook DayLimitedFiling::merge(std::vector<DayLimitedFiling> parts)
         book.m_order.insert(book.m_order.end(), ids->begin(), ids->end());
         book.m_days.push_back({date, book.m_order.size()});
     }
-    return book;
 }

@@ -82,6 +82,14 @@ private:
     }
     Day &dayOf(int buyDate);
 
+    // The steps of a merge.
+    class MergedDays;
+    struct Cursor;
+    static std::vector<Cursor> adopt(std::vector<DayLimitedFiling> &parts, TradeBook &book, MergedDays &merged);
+    static void takeFirstTrades(std::vector<Cursor> &cursors, const TradeBook &book, MergedDays &merged);
+    static void takeLaterTrades(std::vector<DayLimitedFiling> &parts, TradeBook &book, MergedDays &merged);
+    void limitAndOrder(TradeBook &book, MergedDays &merged) const;
+
     qsizetype m_keep;
     // A small limit keeps only each day's best: the days of a sweep's many
     // filings stay small. A large one rarely cuts, so the first trades go
