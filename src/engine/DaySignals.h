@@ -15,16 +15,18 @@ public:
     {
         m_buy.assign(size_t(days), 0);
         m_sale.assign(size_t(days), 0);
-        for (int i = 5; i < days; ++i) {
-            m_buy[size_t(i)] = script.isBuy(i);
-            m_sale[size_t(i)] = script.isSale(i);
-        }
+        if (days <= kFirstAsked)
+            return;
+        script.buyDays(kFirstAsked, days, m_buy.data() + kFirstAsked, m_columns);
+        script.saleDays(kFirstAsked, days, m_sale.data() + kFirstAsked, m_columns);
     }
 
     bool isBuy(int dayIndex) const { return m_buy[size_t(dayIndex)]; }
     bool isSale(int dayIndex) const { return m_sale[size_t(dayIndex)]; }
 
 private:
-    std::vector<char> m_buy;
-    std::vector<char> m_sale;
+    static constexpr int kFirstAsked = 5;
+    std::vector<unsigned char> m_buy;
+    std::vector<unsigned char> m_sale;
+    DayColumns m_columns;
 };

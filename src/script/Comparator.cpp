@@ -1,5 +1,8 @@
 #include "Comparator.h"
 
+#include <algorithm>
+#include <functional>
+
 namespace {
 
 // Both operands' numbers for the day, or false when either has none. Each
@@ -14,7 +17,42 @@ bool operandsOf(const Operands &evaluators, int dayIndex, double &left, double &
     return true;
 }
 
+// Both operands' columns for the days, then the comparison where both delivered.
+template <class Compare>
+void numericHolds(const Operands &evaluators, int from, int to, unsigned char *holds, DayColumns &columns,
+                  Compare compare)
+{
+    const size_t days = size_t(std::max(0, to - from));
+    if (evaluators.size() != 2) {
+        std::fill(holds, holds + days, 0);
+        return;
+    }
+    columns.fit(days);
+    evaluators[0]->numbers(from, to, columns.left.data(), columns.leftDelivered.data());
+    evaluators[1]->numbers(from, to, columns.right.data(), columns.rightDelivered.data());
+    for (size_t i = 0; i < days; ++i)
+        holds[i] = columns.leftDelivered[i] & columns.rightDelivered[i] &
+                   compare(columns.left[i], columns.right[i]);
+}
+
 } // namespace
+
+void DayColumns::fit(size_t days)
+{
+    if (left.size() >= days)
+        return;
+    for (std::vector<double> *column : {&left, &right})
+        column->resize(days);
+    for (std::vector<unsigned char> *column : {&leftDelivered, &rightDelivered, &alternative, &statement})
+        column->resize(days);
+}
+
+void Comparator::holdsOnDays(const Operands &evaluators, int from, int to, unsigned char *holds,
+                             DayColumns &) const
+{
+    for (int day = from; day < to; ++day)
+        holds[day - from] = compare(evaluators, day) == 1;
+}
 
 int Comparator_Greater2::compare(const Operands &evaluators, int dayIndex) const
 {
@@ -30,6 +68,18 @@ int Comparator_Less2::compare(const Operands &evaluators, int dayIndex) const
         return 0;
     double left = 0, right = 0;
     return operandsOf(evaluators, dayIndex, left, right) && left < right ? 1 : -1;
+}
+
+void Comparator_Greater2::holdsOnDays(const Operands &evaluators, int from, int to, unsigned char *holds,
+                                      DayColumns &columns) const
+{
+    numericHolds(evaluators, from, to, holds, columns, std::greater<double>());
+}
+
+void Comparator_Less2::holdsOnDays(const Operands &evaluators, int from, int to, unsigned char *holds,
+                                   DayColumns &columns) const
+{
+    numericHolds(evaluators, from, to, holds, columns, std::less<double>());
 }
 
 int Comparator_Boolean::compare(const Operands &evaluators, int dayIndex) const

@@ -7,20 +7,39 @@
 
 using Operands = std::vector<std::unique_ptr<MetaEvalutor>>;
 
+// Scratch columns for judging a stock's days all at once, one per worker and
+// reused from stock to stock. Each level of a script has its own.
+struct DayColumns {
+    std::vector<double> left, right;
+    std::vector<unsigned char> leftDelivered, rightDelivered;
+    std::vector<unsigned char> alternative; // one alternative of a statement
+    std::vector<unsigned char> statement;   // one statement of a script
+
+    // Makes every column hold at least `days` entries.
+    void fit(size_t days);
+};
+
 // Judges the operands of one term on one day: 1 true, -1 false, 0 undecidable.
 struct Comparator {
     virtual ~Comparator() = default;
     virtual int compare(const Operands &evaluators, int dayIndex) const = 0;
+    // Whether compare() is 1, for every day of [from, to) at [day - from].
+    virtual void holdsOnDays(const Operands &evaluators, int from, int to, unsigned char *holds,
+                             DayColumns &columns) const;
 };
 
 // A numeric comparison is false when either side has no value on the day
 // (an unusable bar, an average not yet defined) or fails; equal is false.
 struct Comparator_Greater2 : Comparator {
     int compare(const Operands &evaluators, int dayIndex) const override;
+    void holdsOnDays(const Operands &evaluators, int from, int to, unsigned char *holds,
+                     DayColumns &columns) const override;
 };
 
 struct Comparator_Less2 : Comparator {
     int compare(const Operands &evaluators, int dayIndex) const override;
+    void holdsOnDays(const Operands &evaluators, int from, int to, unsigned char *holds,
+                     DayColumns &columns) const override;
 };
 
 struct Comparator_Boolean : Comparator {

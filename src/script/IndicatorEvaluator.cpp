@@ -38,6 +38,19 @@ int IndicatorEvaluator::value(int dayIndex, EvalValue &out) const
     return 1;
 }
 
+void IndicatorEvaluator::numbers(int from, int to, double *out, unsigned char *delivered) const
+{
+    if (from >= to)
+        return;
+    const std::pair<int, int> usable = usableDays(from, to);
+    markUnusable(from, to, usable, out, delivered);
+    for (int day = usable.first; day < usable.second; ++day) {
+        const size_t i = size_t(day + offset);
+        delivered[day - from] = m_defined[i];
+        out[day - from] = m_defined[i] ? double(m_values[i]) : 0.0;
+    }
+}
+
 bool PeriodEvaluator::parse(const QString &text)
 {
     const QStringList pieces = EvaluatorArguments::split(text);

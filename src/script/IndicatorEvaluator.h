@@ -13,6 +13,7 @@
 struct IndicatorEvaluator : MetaEvalutor {
     void bind(StockBars bars, IndicatorCache &cache) override;
     int value(int dayIndex, EvalValue &out) const override;
+    void numbers(int from, int to, double *out, unsigned char *delivered) const override;
 
 protected:
     // Which of the indicator's lines the term reads; terms alike in key and

@@ -31,21 +31,50 @@ int MetaEvalator_OHLC::value(int dayIndex, EvalValue &out) const
     const int i = barIndex(dayIndex);
     if (i < 0)
         return -1;
-    const Stock &bar = m_bars[size_t(i)];
     out.kind = EvalValue::Number;
-    switch (m_field) {
-    case Field::Open: out.number = bar.open; break;
-    case Field::High: out.number = bar.high; break;
-    case Field::Low: out.number = bar.low; break;
-    case Field::Close: out.number = bar.close; break;
-    case Field::Vol: out.number = bar.volume; break;
-    case Field::Swing: out.number = (double(bar.high) - bar.low) * 100 / bar.low; break;
-    case Field::Increase: {
-        const double previousClose = m_bars[size_t(i - 1)].close;
-        const float prices[] = {bar.close, bar.open, bar.high, bar.low, bar.close};
-        out.number = (prices[m_mode] - previousClose) * 100 / previousClose;
-        break;
-    }
-    }
+    out.number = numberAt(size_t(i));
     return 1;
+}
+
+void MetaEvalator_OHLC::numbers(int from, int to, double *out, unsigned char *delivered) const
+{
+    // The plain fields are read straight from the bars, without a switch per day.
+    float Stock::*field = nullptr;
+    switch (m_field) {
+    case Field::Open: field = &Stock::open; break;
+    case Field::High: field = &Stock::high; break;
+    case Field::Low: field = &Stock::low; break;
+    case Field::Close: field = &Stock::close; break;
+    case Field::Vol: field = &Stock::volume; break;
+    case Field::Increase:
+    case Field::Swing: break;
+    }
+    if (from >= to)
+        return;
+    const std::pair<int, int> usable = usableDays(from, to);
+    markUnusable(from, to, usable, out, delivered);
+    std::fill(delivered + (usable.first - from), delivered + (usable.second - from), 1);
+    for (int day = usable.first; day < usable.second; ++day) {
+        const size_t i = size_t(day + offset);
+        out[day - from] = field ? double(m_bars[i].*field) : numberAt(i);
+    }
+}
+
+double MetaEvalator_OHLC::numberAt(size_t i) const
+{
+    const Stock &bar = m_bars[i];
+    switch (m_field) {
+    case Field::Open: return bar.open;
+    case Field::High: return bar.high;
+    case Field::Low: return bar.low;
+    case Field::Close: return bar.close;
+    case Field::Vol: return bar.volume;
+    case Field::Swing: return (double(bar.high) - bar.low) * 100 / bar.low;
+    case Field::Increase: {
+        const double previousClose = m_bars[i - 1].close;
+        const float prices[] = {bar.close, bar.open, bar.high, bar.low, bar.close};
+        return (prices[m_mode] - previousClose) * 100 / previousClose;
+    }
+    }
+    return 0;
 }

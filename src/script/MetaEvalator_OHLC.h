@@ -10,9 +10,11 @@ struct MetaEvalator_OHLC : MetaEvalutor {
     QStringList names() const override { return nameList(); }
     bool parse(const QString &text) override;
     int value(int dayIndex, EvalValue &out) const override;
+    void numbers(int from, int to, double *out, unsigned char *delivered) const override;
 
 private:
     enum class Field { Open, High, Low, Close, Increase, Swing, Vol };
+    double numberAt(size_t barIndex) const;
     Field m_field = Field::Close;
     int m_mode = 0; // which price "increase" measures against the previous close
 };

@@ -5,7 +5,9 @@
 #include <QString>
 #include <QStringList>
 
+#include <algorithm>
 #include <memory>
+#include <utility>
 
 class IndicatorCache;
 
@@ -29,6 +31,17 @@ struct MetaEvalutor {
     virtual bool parse(const QString &text) = 0;
     // 1: value delivered; 0: failure; -1: no usable bar for that day.
     virtual int value(int dayIndex, EvalValue &out) const = 0;
+    // value() for every day of [from, to) at once: the number (0 where none
+    // was set) and whether it was delivered, at [day - from]. Terms whose
+    // value is a lookup answer a whole stock without a call per day.
+    virtual void numbers(int from, int to, double *out, unsigned char *delivered) const
+    {
+        for (int day = from; day < to; ++day) {
+            EvalValue value;
+            delivered[day - from] = this->value(day, value) == 1;
+            out[day - from] = value.number;
+        }
+    }
     // Terms backed by an indicator take its values from `cache`, so that terms
     // bound with one cache compute each indicator once per stock.
     virtual void bind(StockBars bars, IndicatorCache &) { m_bars = bars; }
@@ -40,6 +53,24 @@ protected:
     {
         const long long index = (long long)dayIndex + offset;
         return index > 0 && index < (long long)m_bars.size() ? int(index) : -1;
+    }
+
+    // The days of [from, to) whose bar is usable, as [first, last): every
+    // day before or after them has none.
+    std::pair<int, int> usableDays(int from, int to) const
+    {
+        const auto clampDay = [from, to](long long day) { return int(std::clamp<long long>(day, from, to)); };
+        const int first = clampDay(1LL - offset);
+        return {first, std::max(first, clampDay((long long)m_bars.size() - offset))};
+    }
+
+    // Marks the days of [from, to) outside [first, last) as having no number.
+    static void markUnusable(int from, int to, std::pair<int, int> usable, double *out, unsigned char *delivered)
+    {
+        std::fill(out, out + (usable.first - from), 0.0);
+        std::fill(delivered, delivered + (usable.first - from), 0);
+        std::fill(out + (usable.second - from), out + (to - from), 0.0);
+        std::fill(delivered + (usable.second - from), delivered + (to - from), 0);
     }
 
     StockBars m_bars;

@@ -1,5 +1,7 @@
 #include "Script.h"
 
+#include <algorithm>
+
 void Script::clear()
 {
     m_buy.clear();
@@ -57,6 +59,34 @@ bool Script::isSale(int dayIndex) const
             return true;
     }
     return false;
+}
+
+namespace {
+
+// Every statement's days combined: all must hold (`all`) or any one suffices.
+void combineStatements(const std::vector<StatementObjectNode> &statements, bool all, int from, int to,
+                       unsigned char *result, DayColumns &columns)
+{
+    const size_t days = size_t(std::max(0, to - from));
+    std::fill(result, result + days, all ? 1 : 0);
+    columns.fit(days);
+    for (const StatementObjectNode &statement : statements) {
+        statement.holdsOnDays(from, to, columns.statement.data(), columns);
+        for (size_t i = 0; i < days; ++i)
+            result[i] = all ? result[i] & columns.statement[i] : result[i] | columns.statement[i];
+    }
+}
+
+} // namespace
+
+void Script::buyDays(int from, int to, unsigned char *buy, DayColumns &columns) const
+{
+    combineStatements(m_buy, true, from, to, buy, columns);
+}
+
+void Script::saleDays(int from, int to, unsigned char *sale, DayColumns &columns) const
+{
+    combineStatements(m_sale, false, from, to, sale, columns);
 }
 
 int compileScript(Script &script, StrategyConfig &config, const QString &text, int &lineNumber)

@@ -25,6 +25,10 @@ public:
     void bind(StockBars bars, IndicatorCache &cache);
     bool isBuy(int dayIndex) const;
     bool isSale(int dayIndex) const;
+    // isBuy() and isSale() for every day of [from, to), at [day - from]:
+    // each term reads its column once instead of being asked day by day.
+    void buyDays(int from, int to, unsigned char *buy, DayColumns &columns) const;
+    void saleDays(int from, int to, unsigned char *sale, DayColumns &columns) const;
 
 private:
     std::vector<StatementObjectNode> m_buy;

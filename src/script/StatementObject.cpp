@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+#include <algorithm>
+
 StatementObject::StatementObject(const StatementObject &other) : m_comparator(other.m_comparator)
 {
     for (const std::unique_ptr<MetaEvalutor> &evaluator : other.m_evaluators)
@@ -67,6 +69,14 @@ int StatementObject::evaluate(int dayIndex) const
     return m_comparator ? m_comparator->compare(m_evaluators, dayIndex) : 0;
 }
 
+void StatementObject::holdsOnDays(int from, int to, unsigned char *holds, DayColumns &columns) const
+{
+    if (m_comparator)
+        m_comparator->holdsOnDays(m_evaluators, from, to, holds, columns);
+    else
+        std::fill(holds, holds + std::max(0, to - from), 0);
+}
+
 bool StatementObjectNode::parse(const QString &text)
 {
     for (const QString &alternative : text.split(QLatin1Char('|'))) {
@@ -91,4 +101,16 @@ bool StatementObjectNode::holds(int dayIndex) const
             return true;
     }
     return false;
+}
+
+void StatementObjectNode::holdsOnDays(int from, int to, unsigned char *holds, DayColumns &columns) const
+{
+    const size_t days = size_t(std::max(0, to - from));
+    std::fill(holds, holds + days, 0);
+    columns.fit(days);
+    for (const StatementObject &child : m_children) {
+        child.holdsOnDays(from, to, columns.alternative.data(), columns);
+        for (size_t i = 0; i < days; ++i)
+            holds[i] |= columns.alternative[i];
+    }
 }

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 
 namespace {
@@ -82,4 +84,40 @@ TEST(Signals, APatternComparedAsANumberReadsZero)
     const auto script = boundScript(QStringLiteral("buy.value,5>k.红三兵,0\nbuy.close,0>k.红三兵,0"), s);
     EXPECT_TRUE(script->isBuy(3));
     EXPECT_FALSE(script->isBuy(1)); // the pattern has no value before its third bar
+}
+
+TEST(Signals, AWholeStockAtOnceMatchesDayByDay)
+{
+    // A wandering price with a zero low (an infinite swing) and a zero close
+    // (an infinite increase the day after) among its days.
+    std::vector<Day> days;
+    unsigned seed = 12345;
+    double price = 10;
+    for (int i = 0; i < 120; ++i) {
+        seed = seed * 1103515245u + 12345u;
+        price = std::max(1.0, price + double(int(seed >> 16) % 101 - 50) / 100);
+        const double low = i == 40 ? 0 : price - 0.3;
+        days.push_back({"d", price - 0.1, i == 70 ? 0 : price, price + 0.4, low, double(seed % 1000)});
+    }
+    const StockSeries s = seriesOf(days);
+    const char *terms[] = {"close,0",   "open,-1",     "high,2",         "low,0",         "vol,-3",
+                           "increase,0", "increase,3,-1", "swing,0",     "ma,5,0",        "ma,10,-1",
+                           "ema,12,0",  "volma,5,1",   "macd.bar,0",     "kdj.j,-1",      "boll.upper,0",
+                           "dmi.adx,14,6,0", "value,10", "close,400",    "close,-2147483647"};
+    const int count = int(std::size(terms));
+    for (int a = 0; a < count; ++a) {
+        const int b = (a * 7 + 3) % count, c = (a * 5 + 1) % count;
+        const QString script = QStringLiteral("buy.%1>%2|k.旭日东升,%4\nbuy.%2<%3\nsale.%3>%1|%1<%2\nsale.%2>%3")
+                                   .arg(QLatin1String(terms[a]), QLatin1String(terms[b]), QLatin1String(terms[c]))
+                                   .arg(-(a % 3));
+        const auto bound = boundScript(script, s);
+        std::vector<unsigned char> buy(days.size()), sale(days.size());
+        DayColumns columns;
+        bound->buyDays(0, int(days.size()), buy.data(), columns);
+        bound->saleDays(0, int(days.size()), sale.data(), columns);
+        for (int day = 0; day < int(days.size()); ++day) {
+            ASSERT_EQ(bool(buy[size_t(day)]), bound->isBuy(day)) << script.toStdString() << " day " << day;
+            ASSERT_EQ(bool(sale[size_t(day)]), bound->isSale(day)) << script.toStdString() << " day " << day;
+        }
+    }
 }
