@@ -1,5 +1,6 @@
 // Any bytes as a script: compiling must never crash, and a compiled script
-// must bind to a short series and answer for every day without crashing.
+// must bind to a short series and answer for every day without crashing,
+// the same whether asked day by day or for all days at once.
 #include "market/KLineParser.h"
 #include "market/TextFile.h"
 #include "script/Script.h"
@@ -7,6 +8,7 @@
 #include <QByteArray>
 
 #include <cstdint>
+#include <cstdlib>
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
@@ -26,9 +28,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     }();
     IndicatorCache cache;
     script.bind(series.view(), cache);
-    for (int day = -2; day < series.size() + 2; ++day) {
-        script.isBuy(day);
-        script.isSale(day);
+    constexpr int kFirst = -2;
+    const int last = series.size() + 2;
+    unsigned char buy[16], sale[16];
+    DayColumns columns;
+    script.buyDays(kFirst, last, buy, columns);
+    script.saleDays(kFirst, last, sale, columns);
+    for (int day = kFirst; day < last; ++day) {
+        if (script.isBuy(day) != bool(buy[day - kFirst]) || script.isSale(day) != bool(sale[day - kFirst]))
+            std::abort();
     }
     return 0;
 }
