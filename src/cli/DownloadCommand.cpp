@@ -21,7 +21,7 @@ QString readCodes(const QCommandLineParser &parser, const QString &codesFile, QS
 {
     codes = parser.positionalArguments();
     if (!codesFile.isEmpty()) {
-        std::vector<char> bytes;
+        ByteBuffer bytes;
         if (!TextFile::readBytes(codesFile, bytes))
             return QStringLiteral("无法读取代码文件 / cannot read codes file: %1").arg(codesFile);
         codes += StockCodeList::split(TextFile::decode(QByteArray(bytes.data(), qsizetype(bytes.size()))));

@@ -138,7 +138,7 @@ std::optional<SweepTable> mergedTable(const QStringList &files)
 {
     std::optional<SweepTable> merged;
     for (const QString &file : files) {
-        std::vector<char> bytes;
+        ByteBuffer bytes;
         std::optional<SweepTable> table;
         if (TextFile::readBytes(file, bytes))
             table = SweepTable::fromCsv(QByteArray(bytes.data(), qsizetype(bytes.size())));

@@ -1,6 +1,7 @@
 #include "OutputCsv.h"
 
 #include "TradeDate.h"
+#include "market/Prefault.h"
 #include "market/SafeFile.h"
 
 #include <array>
@@ -100,6 +101,14 @@ public:
     }
 
     void clear() { m_size = 0; }
+    // Room for `bytes` before the buffer has to grow, mapped at once.
+    void reserve(qsizetype bytes)
+    {
+        if (m_bytes.size() >= bytes)
+            return;
+        m_bytes.resize(bytes);
+        prefaultPages(m_bytes.data(), size_t(bytes));
+    }
     qsizetype size() const { return m_size; }
     QByteArrayView bytes() const { return QByteArrayView(m_bytes.data(), m_size); }
 
@@ -190,6 +199,9 @@ QString writeOutputCsv(const QString &path, const TradeBook &book, TextEncoding 
     // second on a thread of its own, and written in turn.
     constexpr qsizetype kRows = 16384;
     std::array<CsvWriter, 2> writers{CsvWriter(encoding), CsvWriter(encoding)};
+    constexpr qsizetype kRowBytes = 64; // a little more than a usual row
+    for (CsvWriter &writer : writers)
+        writer.reserve(std::min(book.size(), kRows) * kRowBytes);
     const auto format = [&book](CsvWriter &writer, qsizetype first) {
         writer.clear();
         appendRows(writer, book, std::min(first, book.size()), std::min(first + kRows, book.size()));

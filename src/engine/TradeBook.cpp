@@ -1,6 +1,7 @@
 #include "TradeBook.h"
 
 #include "TradeDate.h"
+#include "market/Prefault.h"
 
 #include <algorithm>
 
@@ -12,6 +13,7 @@ void TradeBook::store(std::vector<Block> &blocks, TradeRecord &&record)
         // Small books stay small; a whole market's fill blocks of 4,096.
         const size_t capacity = std::min(kFullBlock, size_t(256) << std::min(blocks.size(), size_t(4)));
         blocks.emplace_back().reserve(capacity);
+        prefaultPages(blocks.back().data(), capacity * sizeof(TradeRecord));
     }
     blocks.back().push_back(std::move(record));
 }
@@ -246,6 +248,12 @@ void DayLimitedFiling::limitAndOrder(TradeBook &book, MergedDays &merged) const
             days.emplace_back(TradeDate::text(day.date), &day.ids);
     }
     std::sort(days.begin(), days.end(), [](const auto &a, const auto &b) { return a.first < b.first; });
+    size_t kept = 0;
+    for (const auto &day : days)
+        kept += day.second->size();
+    book.m_order.reserve(kept);
+    prefaultPages(book.m_order.data(), kept * sizeof(quint32));
+    book.m_days.reserve(days.size());
     for (auto &[date, ids] : days) {
         book.m_order.insert(book.m_order.end(), ids->begin(), ids->end());
         book.m_days.push_back({date, book.m_order.size()});

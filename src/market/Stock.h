@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ByteBuffer.h"
+
 #include <QString>
 
 #include <span>
@@ -57,8 +59,8 @@ public:
     // The K-line text the bars were parsed from, which the parser rewrites in
     // place and the dates point into. A file is read straight into it, so no
     // second copy of a large file is ever held.
-    std::vector<char> &text() { return m_text; }
+    ByteBuffer &text() { return m_text; }
 
 private:
-    std::vector<char> m_text;
+    ByteBuffer m_text;
 };

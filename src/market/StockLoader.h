@@ -34,6 +34,6 @@ public:
     StockSkip lastSkip() const { return m_lastSkip; }
 
 private:
-    std::vector<char> m_bytes; // day and CSV files, read aside
+    ByteBuffer m_bytes; // day and CSV files, read aside
     StockSkip m_lastSkip = StockSkip::None;
 };

@@ -5,6 +5,7 @@
 #include <QStringDecoder>
 #include <QStringEncoder>
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -27,11 +28,15 @@ StockSkip refuse(StockSkip skip, const QString &reason)
 // Reads the whole of an open file into `bytes`, up to the size cap. A regular
 // file arrives in one piece at its size; special files report no size, and a
 // file may grow while it is read, so whatever follows comes in chunks.
-StockSkip readToEnd(QFile &file, std::vector<char> &bytes)
+StockSkip readToEnd(QFile &file, ByteBuffer &bytes)
 {
     const qint64 size = file.size();
     if (size > kLargestReadableFile)
         return refuse(StockSkip::TooLarge, QStringLiteral("File too large"));
+    // Grown ahead of need: a worker reads file after file into one buffer,
+    // and every fresh allocation has its pages mapped anew.
+    if (bytes.capacity() < size_t(size))
+        bytes.reserve(std::max(size_t(size), 2 * bytes.capacity()));
     bytes.resize(size_t(size));
     qint64 filled = 0;
     char chunk[16384];
@@ -59,7 +64,7 @@ StockSkip readToEnd(QFile &file, std::vector<char> &bytes)
 
 } // namespace
 
-bool readBytes(const QString &path, std::vector<char> &bytes)
+bool readBytes(const QString &path, ByteBuffer &bytes)
 {
     bytes.clear();
     QFile file(path);
@@ -70,7 +75,7 @@ bool readBytes(const QString &path, std::vector<char> &bytes)
     return readToEnd(file, bytes) == StockSkip::None;
 }
 
-StockSkip readStockFile(const QString &path, std::vector<char> &bytes)
+StockSkip readStockFile(const QString &path, ByteBuffer &bytes)
 {
     bytes.clear();
     const QByteArray name = QFile::encodeName(path);
@@ -137,7 +142,7 @@ QByteArray encode(const QString &text, TextEncoding encoding)
 
 std::optional<QString> TextFile::readText(const QString &path)
 {
-    std::vector<char> bytes;
+    ByteBuffer bytes;
     if (!readBytes(path, bytes))
         return std::nullopt;
     return decode(QByteArray::fromRawData(bytes.data(), qsizetype(bytes.size())));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ByteBuffer.h"
 #include "StockSkip.h"
 
 #include <QByteArray>
@@ -18,12 +19,12 @@ namespace TextFile {
 
 // Reads the whole file into `bytes` (reusing its capacity). On failure logs
 // "open file failed:" with the system's reason and returns false.
-bool readBytes(const QString &path, std::vector<char> &bytes);
+bool readBytes(const QString &path, ByteBuffer &bytes);
 
 // The same for a stock file, which must be a regular file within the size
 // cap: a FIFO, device or link found in its place is refused (with the log
 // line) before anything could wait on it or read from it.
-StockSkip readStockFile(const QString &path, std::vector<char> &bytes);
+StockSkip readStockFile(const QString &path, ByteBuffer &bytes);
 
 // Valid UTF-8 as UTF-8, anything else as GB18030 with invalid bytes replaced
 // by U+FFFD; one leading BOM is dropped.
