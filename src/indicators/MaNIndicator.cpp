@@ -22,13 +22,25 @@ void WindowAverageIndicator::averages(std::span<const float> values, int period,
         return;
     const size_t first = size_t(period) - 1;
     const size_t count = values.size() - first;
-    float *sums = averages.data() + first;
-    for (size_t j = 0; j < size_t(period); ++j) {
-        const float *column = values.data() + j;
-        for (size_t i = 0; i < count; ++i)
-            sums[i] += column[i];
-    }
+    float *out = averages.data() + first;
     const float divisor = float(period);
-    for (size_t i = 0; i < count; ++i)
-        sums[i] /= divisor;
+    // A block of windows is summed in registers, one value column at a time.
+    constexpr size_t kBlock = 32;
+    size_t start = 0;
+    for (; start + kBlock <= count; start += kBlock) {
+        float sums[kBlock] = {};
+        for (size_t j = 0; j < size_t(period); ++j) {
+            const float *column = values.data() + start + j;
+            for (size_t i = 0; i < kBlock; ++i)
+                sums[i] += column[i];
+        }
+        for (size_t i = 0; i < kBlock; ++i)
+            out[start + i] = sums[i] / divisor;
+    }
+    for (; start < count; ++start) {
+        float sum = 0.0f;
+        for (size_t j = 0; j < size_t(period); ++j)
+            sum += values[start + j];
+        out[start] = sum / divisor;
+    }
 }

@@ -16,8 +16,8 @@ public:
 
     // The same averages for a whole series at once: `averages[i]` belongs to
     // `values[i]` and is valid from index period - 1 on. Each window is still
-    // summed oldest first; the windows are summed side by side, which the
-    // compiler turns into vector additions.
+    // summed oldest first; blocks of windows are summed side by side, which
+    // the compiler turns into vector additions.
     static void averages(std::span<const float> values, int period, std::vector<float> &averages);
 
 protected:

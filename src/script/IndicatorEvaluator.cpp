@@ -65,8 +65,9 @@ void WindowAverageEvaluator::computeLine(StockBars bars, IndicatorCache &, std::
                                          std::vector<unsigned char> &defined)
 {
     m_field.resize(bars.size());
+    const float Stock::*field = this->field();
     for (size_t i = 0; i < bars.size(); ++i)
-        m_field[i] = fieldOf(bars[i]);
+        m_field[i] = bars[i].*field;
     WindowAverageIndicator::averages(m_field, m_period, line);
     defined.assign(bars.size(), 0);
     if (m_period > 0 && bars.size() >= size_t(m_period))

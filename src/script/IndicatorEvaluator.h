@@ -55,7 +55,7 @@ protected:
 // rather than through a streaming indicator.
 struct WindowAverageEvaluator : PeriodEvaluator {
 protected:
-    virtual float fieldOf(const Stock &bar) const = 0;
+    virtual float Stock::*field() const = 0; // the bar field averaged
     void computeLine(StockBars bars, IndicatorCache &cache, std::vector<float> &line,
                      std::vector<unsigned char> &defined) override;
     std::unique_ptr<StockIndicator> makeIndicator() const final { return nullptr; }

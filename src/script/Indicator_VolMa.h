@@ -8,5 +8,5 @@ struct Indicator_VolMa : WindowAverageEvaluator {
     QStringList names() const override { return {QStringLiteral("volma")}; }
 
 protected:
-    float fieldOf(const Stock &bar) const override { return bar.volume; }
+    float Stock::*field() const override { return &Stock::volume; }
 };

@@ -8,5 +8,5 @@ struct Indicator_ma : WindowAverageEvaluator {
     QStringList names() const override { return {QStringLiteral("ma")}; }
 
 protected:
-    float fieldOf(const Stock &bar) const override { return bar.close; }
+    float Stock::*field() const override { return &Stock::close; }
 };
