@@ -44,10 +44,15 @@ void IndicatorEvaluator::numbers(int from, int to, double *out, unsigned char *d
         return;
     const std::pair<int, int> usable = usableDays(from, to);
     markUnusable(from, to, usable, out, delivered);
-    for (int day = usable.first; day < usable.second; ++day) {
-        const size_t i = size_t(day + offset);
-        delivered[day - from] = m_defined[i];
-        out[day - from] = m_defined[i] ? double(m_values[i]) : 0.0;
+    // Read through locals: the stores cannot then be taken to change them.
+    const size_t first = size_t(usable.first + offset), count = size_t(usable.second - usable.first);
+    const float *values = m_values + first;
+    const unsigned char *defined = m_defined + first;
+    double *numbers = out + (usable.first - from);
+    unsigned char *marks = delivered + (usable.first - from);
+    for (size_t i = 0; i < count; ++i) {
+        marks[i] = defined[i];
+        numbers[i] = defined[i] ? double(values[i]) : 0.0;
     }
 }
 

@@ -54,10 +54,16 @@ void MetaEvalator_OHLC::numbers(int from, int to, double *out, unsigned char *de
     const std::pair<int, int> usable = usableDays(from, to);
     markUnusable(from, to, usable, out, delivered);
     std::fill(delivered + (usable.first - from), delivered + (usable.second - from), 1);
-    for (int day = usable.first; day < usable.second; ++day) {
-        const size_t i = size_t(day + offset);
-        out[day - from] = field ? double(m_bars[i].*field) : numberAt(i);
+    const size_t first = size_t(usable.first + offset), count = size_t(usable.second - usable.first);
+    double *numbers = out + (usable.first - from);
+    if (!field) {
+        for (size_t i = 0; i < count; ++i)
+            numbers[i] = numberAt(first + i);
+        return;
     }
+    const Stock *bars = m_bars.data() + first;
+    for (size_t i = 0; i < count; ++i)
+        numbers[i] = double(bars[i].*field);
 }
 
 double MetaEvalator_OHLC::numberAt(size_t i) const
