@@ -18,8 +18,8 @@ class FileQueue {
 public:
     FileQueue(const StockFileList &files, const BacktestRun::Progress &progress, size_t variants,
               const std::atomic<bool> &cancelled)
-        : files(files), ruleEffects(variants), m_progress(progress), m_cancelled(cancelled),
-          m_done(size_t(files.size()), false)
+        : files(files), codes(size_t(files.size())), ruleEffects(variants), m_progress(progress),
+          m_cancelled(cancelled), m_done(size_t(files.size()), false)
     {
     }
 
@@ -58,6 +58,7 @@ public:
     }
 
     const StockFileList &files;
+    std::vector<QString> codes; // by file, each written by the worker that loads it
     std::vector<RuleEffects> ruleEffects;
     RunCounts counts;
     std::vector<std::vector<DayLimitedFiling>> filingsByWorker; // [worker][variant]
@@ -138,6 +139,7 @@ void work(const std::vector<BacktestRun::Variant> &variants, const std::vector<S
         const bool loaded = loader.load(queue.files[index], source, series);
         files.add(loader.lastSkip());
         if (loaded && cutAfter(series, options.lastDate)) {
+            queue.codes[size_t(index)] = series.code;
             if (observer)
                 observer(index, series);
             for (SignalGroup &group : groups) {
@@ -253,12 +255,14 @@ std::vector<TradeBook> BacktestRun::walk(bool simulate)
     m_effects = queue.ruleEffects.front();
     m_picks = picks ? picks->picks(settings.front().buyOrder) : std::vector<StockPick>();
     m_counts = queue.counts;
+    const QStringList codes(queue.codes.begin(), queue.codes.end());
     std::vector<TradeBook> finished;
     for (size_t variant = 0; variant < settings.size(); ++variant) {
         std::vector<DayLimitedFiling> parts;
         for (std::vector<DayLimitedFiling> &worker : queue.filingsByWorker)
             parts.push_back(std::move(worker[variant]));
         finished.push_back(DayLimitedFiling::merge(std::move(parts)));
+        finished.back().setCodes(codes);
     }
     return finished;
 }

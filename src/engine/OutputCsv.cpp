@@ -78,11 +78,11 @@ public:
             m_statuses[size_t(i)] = TextFile::encode(statusText(TradeStatus(i)), encoding);
     }
 
-    void appendRow(const TradeRecord &r)
+    void appendRow(const TradeRecord &r, const QString &code)
     {
         // Room for a row of two dates, three numbers and a status; texts make their own.
         char *out = grow(m_bytes.data() + m_size, kRowRoom);
-        out = appendText(out, r.code);
+        out = appendText(out, code);
         *out++ = ',';
         out = appendDate(out, r.buyDate);
         *out++ = ',';
@@ -168,7 +168,7 @@ void appendRows(CsvWriter &writer, const TradeBook &book, qsizetype first, qsize
             __builtin_prefetch(ahead);
             __builtin_prefetch(ahead + sizeof(TradeRecord) - 1);
         }
-        writer.appendRow(book[row]);
+        writer.appendRow(book[row], book.code(book[row]));
     }
 }
 

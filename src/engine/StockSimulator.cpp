@@ -30,6 +30,7 @@ void StockSimulator::simulateStock(const StockSeries &series, const DaySignals &
     m_bars = series.view();
     m_trades = &trades;
     m_position = TradeRecord();
+    m_holding = false;
     m_carriedSale.reset();
     if (m_rules.limit != TradeRules::Limit::Off)
         m_limit.emplace(m_rules, series.code);
@@ -37,26 +38,27 @@ void StockSimulator::simulateStock(const StockSeries &series, const DaySignals &
     for (long long i = 5; i < series.size();) {
         const bool buySignal = conditions.isBuy(int(i));
         const bool saleSignal = conditions.isSale(int(i));
-        i += (long long)stepDay(series.code, int(i), buySignal, saleSignal) + 1;
+        i += (long long)stepDay(int(i), buySignal, saleSignal) + 1;
     }
     m_trades = nullptr;
 }
 
-int StockSimulator::stepDay(const QString &code, int index, bool buySignal, bool saleSignal)
+int StockSimulator::stepDay(int index, bool buySignal, bool saleSignal)
 {
     if (index + 1 < int(m_bars.size())) {
-        if (!m_position.code.isEmpty())
+        if (m_holding)
             return stepHolding(index, saleSignal);
-        return buySignal ? tryBuy(code, index) : 0;
+        return buySignal ? tryBuy(index) : 0;
     }
     // The last bar: a signal can only be bought tomorrow; an open position
     // (or a sale still waiting for a fill) has no exit day and is dropped
     // without a record.
-    if (m_position.code.isEmpty() && buySignal) {
+    if (!m_holding && buySignal) {
         ++m_counts.buySignals;
-        filePendingBuy(code, index);
+        filePendingBuy(index);
     }
     m_position = TradeRecord();
+    m_holding = false;
     m_carriedSale.reset();
     return 0;
 }
@@ -84,7 +86,7 @@ int StockSimulator::stepHolding(int index, bool saleSignal)
     return saleSignal ? sell(index, TradeStatus::SaleSignal) : checkExit(index, !heldSinceToday);
 }
 
-int StockSimulator::tryBuy(const QString &code, int index)
+int StockSimulator::tryBuy(int index)
 {
     const Stock &today = m_bars[size_t(index)];
     const Stock &next = m_bars[size_t(index + 1)];
@@ -98,7 +100,7 @@ int StockSimulator::tryBuy(const QString &code, int index)
         ++m_effects.limitUpNotBought; // nobody sells at an open at limit-up
         return 0;
     }
-    m_position.code = code;
+    m_holding = true;
     m_position.buyPrice = next.open;
     m_position.buyDate = dateId(next.date);
     m_position.volumeKey = next.volume;
@@ -212,10 +214,9 @@ bool StockSimulator::notSoldAtLimitDown(double price, int fillIndex, TradeStatus
 
 double StockSimulator::stopPrice() const { return (m_config.maxLost * 0.01 + 1.0) * m_position.buyPrice; }
 
-void StockSimulator::filePendingBuy(const QString &code, int index)
+void StockSimulator::filePendingBuy(int index)
 {
     m_position = TradeRecord();
-    m_position.code = code;
     const QString day = TradeDate::text(dateId(m_bars[size_t(index)].date));
     m_position.buyDate = TradeDate::idOfText(QStringLiteral("%1下一日开盘买入").arg(day));
     m_position.buyPrice = 0;
@@ -229,8 +230,9 @@ void StockSimulator::filePendingBuy(const QString &code, int index)
 
 void StockSimulator::fileAndClear()
 {
-    m_trades->push_back(std::move(m_position));
+    m_trades->push_back(m_position);
     m_position = TradeRecord();
+    m_holding = false;
     m_carriedSale.reset();
 }
 

@@ -25,7 +25,7 @@ public:
                        std::vector<TradeRecord> &trades);
 
     // One visited day; returns how many following days to skip.
-    int stepDay(const QString &code, int index, bool buySignal, bool saleSignal);
+    int stepDay(int index, bool buySignal, bool saleSignal);
 
     // Counted over every stock simulated so far.
     const RuleEffects &ruleEffects() const { return m_effects; }
@@ -37,14 +37,14 @@ private:
     enum class Exit { None, RapidProfit, Profit, Loss, Expiry };
 
     int stepHolding(int index, bool saleSignal);
-    int tryBuy(const QString &code, int index);
+    int tryBuy(int index);
     Exit exitOn(int index, bool rapidAllowed) const;
     int checkExit(int index, bool rapidAllowed);
     int sell(int index, TradeStatus type);
     int stopIntraday(int index);
     bool notSoldAtLimitDown(double price, int fillIndex, TradeStatus type);
     double stopPrice() const;
-    void filePendingBuy(const QString &code, int index);
+    void filePendingBuy(int index);
     void fileAndClear();
     int excludedDays() const;
     static int dateId(std::string_view date);
@@ -56,6 +56,7 @@ private:
     std::optional<PriceLimit> m_limit; // the current stock's band, while the limit rule is on
     StockBars m_bars;
     TradeRecord m_position;
+    bool m_holding = false; // m_position is an open position
     std::optional<TradeStatus> m_carriedSale; // the type of a sale not filled at limit-down, tried again on the next bar
     RuleEffects m_effects;
     RunCounts m_counts;

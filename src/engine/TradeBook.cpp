@@ -18,18 +18,24 @@ void TradeBook::store(std::vector<Block> &blocks, TradeRecord &&record)
     blocks.back().push_back(std::move(record));
 }
 
-std::vector<TradeRecord> TradeBook::rows() const
+std::vector<TradeRow> TradeBook::rows() const
 {
-    std::vector<TradeRecord> all;
+    std::vector<TradeRow> all;
     all.reserve(m_order.size());
     for (const quint32 id : m_order)
-        all.push_back(record(id));
+        all.push_back({record(id), code(record(id))});
     return all;
 }
 
-void TradeBook::file(const TradeRecord &record)
+void TradeBook::file(const TradeRecord &record, const QString &code)
 {
-    store(m_blocks, TradeRecord(record));
+    TradeRecord stored = record;
+    stored.stock = int(m_codes.indexOf(code));
+    if (stored.stock < 0) {
+        stored.stock = int(m_codes.size());
+        m_codes.append(code);
+    }
+    store(m_blocks, std::move(stored));
     const quint32 id = idOf(m_blocks.size() - 1, m_blocks.back().size() - 1);
     const QString date = TradeDate::text(record.buyDate);
     auto day = std::lower_bound(m_days.begin(), m_days.end(), date,

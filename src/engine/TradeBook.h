@@ -4,6 +4,7 @@
 #include "TradeRecord.h"
 #include "script/StrategyConfig.h"
 
+#include <QStringList>
 
 #include <unordered_map>
 #include <vector>
@@ -19,12 +20,21 @@ public:
     // The trade at `row` of the book's order.
     const TradeRecord &operator[](qsizetype row) const { return record(m_order[size_t(row)]); }
 
-    // Every record in book order.
-    std::vector<TradeRecord> rows() const;
+    // Every trade in book order, with its code.
+    std::vector<TradeRow> rows() const;
 
-    // Adds one trade behind the others of its date, for books put together
-    // a trade at a time; a run's trades come through DayLimitedFiling.
-    void file(const TradeRecord &record);
+    // The code of the stock a record of this book belongs to.
+    const QString &code(const TradeRecord &record) const
+    {
+        return record.stock >= 0 && record.stock < m_codes.size() ? m_codes[record.stock] : m_noCode;
+    }
+    // The codes of the stocks, by the records' `stock`.
+    void setCodes(const QStringList &codes) { m_codes = codes; }
+
+    // Adds one trade of stock `code` behind the others of its date, for books
+    // put together a trade at a time; a run's trades come through DayLimitedFiling.
+    void file(const TradeRecord &record, const QString &code);
+    void file(const TradeRow &row) { file(row, row.code); }
 
     // Keeps at most `maxCount` trades per buy date, the largest volumes first
     // for a descending order and the smallest otherwise; among equal volumes
@@ -52,6 +62,8 @@ private:
     std::vector<Block> m_blocks;
     std::vector<quint32> m_order; // the records' ids, in book order
     std::vector<Day> m_days; // in text order of the date
+    QStringList m_codes;
+    QString m_noCode;
 };
 
 // Files trades and keeps at most `maxCount` per buy date as it goes, with

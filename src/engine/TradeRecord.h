@@ -15,11 +15,10 @@ QString statusText(TradeStatus status);
 enum class SummaryCount : quint8 { Left, Counted };
 
 // One simulated trade; while a position is open, also the position itself.
-// A whole market's trades are many: the dates are numbers (TradeDate) made
-// into texts only where they are shown or written, and the code is the
-// stock's own shared text.
+// A whole market's trades are many: the stock is its place in the run's file
+// list and the dates are numbers (TradeDate), made into texts only where they
+// are shown or written.
 struct TradeRecord {
-    QString code;
     double buyPrice = 100.0;
     double salePrice = 100.0;
     double volumeKey = 0.0;
@@ -27,12 +26,13 @@ struct TradeRecord {
     int saleDate = TradeDate::kNone;
     int holdDays = 0;
     int buyIndex = 0;
-    int stock = 0; // the stock's place in the run's file list: a day's trades stand in that order
+    int stock = 0; // a day's trades stand in the order of their stocks
     TradeStatus status = TradeStatus::Holding;
     bool closed = false;
     SummaryCount summaryCount = SummaryCount::Left;
 };
 
-// Its texts are moved by their pointers alone, so growing a list of trades
-// moves bytes instead of constructing every record anew.
-Q_DECLARE_TYPEINFO(TradeRecord, Q_RELOCATABLE_TYPE);
+// A trade as the trade list shows it: the record and its stock's code.
+struct TradeRow : TradeRecord {
+    QString code;
+};

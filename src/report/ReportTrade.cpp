@@ -37,7 +37,7 @@ std::vector<ReportTrade> reportTradesOf(const TradeBook &book)
     std::vector<ReportTrade> trades;
     for (qsizetype row = 0; row < book.size(); ++row) {
         const TradeRecord &record = book[row];
-        trades.push_back({record.code, TradeDate::text(record.buyDate), record.buyPrice,
+        trades.push_back({book.code(record), TradeDate::text(record.buyDate), record.buyPrice,
                           TradeDate::text(record.saleDate), record.salePrice, record.holdDays,
                           exitOf(record.status), record.closed, record.summaryCount == SummaryCount::Counted});
     }

@@ -20,7 +20,7 @@ StockListViewStrategy::StockListViewStrategy(QWidget *parent)
             });
 }
 
-void StockListViewStrategy::setTrades(std::vector<TradeRecord> trades)
+void StockListViewStrategy::setTrades(std::vector<TradeRow> trades)
 {
     m_trades->setTrades(std::move(trades));
 }

@@ -14,12 +14,12 @@ class StockListViewStrategy : public StockListView {
 public:
     explicit StockListViewStrategy(QWidget *parent = nullptr);
 
-    void setTrades(std::vector<TradeRecord> trades);
+    void setTrades(std::vector<TradeRow> trades);
     TradeTableModel *trades() const { return m_trades; }
     QSortFilterProxyModel *sorted() const { return m_sorted; }
 
 signals:
-    void tradeChosen(const TradeRecord &trade);
+    void tradeChosen(const TradeRow &trade);
 
 private:
     void fitColumns();

@@ -50,13 +50,13 @@ StrategyViewWidget::~StrategyViewWidget() = default;
 
 void StrategyViewWidget::setStocks(std::unique_ptr<LoadedStocks> stocks) { m_stocks = std::move(stocks); }
 
-void StrategyViewWidget::fill(std::vector<TradeRecord> trades) { m_table->setTrades(std::move(trades)); }
+void StrategyViewWidget::fill(std::vector<TradeRow> trades) { m_table->setTrades(std::move(trades)); }
 
 void StrategyViewWidget::setPicks(std::vector<StockPick> picks) { m_picksPage->setPicks(std::move(picks)); }
 
 void StrategyViewWidget::setReport(const StrategyReport &report) { m_reportPage->setReport(report); }
 
-void StrategyViewWidget::onTradeChosen(const TradeRecord &trade)
+void StrategyViewWidget::onTradeChosen(const TradeRow &trade)
 {
     if (const StockSeries *series = m_stocks ? m_stocks->find(trade.code) : nullptr)
         m_chart->showTrade(*series, trade);

@@ -26,7 +26,7 @@ public:
     // Where a chosen trade's stock is looked up; without it choices show nothing.
     void setStocks(std::unique_ptr<LoadedStocks> stocks);
     // Replaces the table's rows by the trades, in the order given.
-    void fill(std::vector<TradeRecord> trades);
+    void fill(std::vector<TradeRow> trades);
     // Fills the 选股 page.
     void setPicks(std::vector<StockPick> picks);
     // Fills the 统计 page.
@@ -38,7 +38,7 @@ public:
     PicksPage *picksPage() const { return m_picksPage; }
 
 public slots:
-    void onTradeChosen(const TradeRecord &trade);
+    void onTradeChosen(const TradeRow &trade);
 
 private:
     CandlestickView *m_chart;

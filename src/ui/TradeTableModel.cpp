@@ -4,7 +4,7 @@
 
 #include <QBrush>
 
-void TradeTableModel::setTrades(std::vector<TradeRecord> trades)
+void TradeTableModel::setTrades(std::vector<TradeRow> trades)
 {
     beginResetModel();
     m_trades = std::move(trades);
@@ -26,7 +26,7 @@ double TradeTableModel::gainOf(const TradeRecord &trade)
     return trade.buyPrice > 0 ? (trade.salePrice - trade.buyPrice) * 100 / trade.buyPrice : 0;
 }
 
-QString TradeTableModel::text(const TradeRecord &trade, int column) const
+QString TradeTableModel::text(const TradeRow &trade, int column) const
 {
     switch (column) {
     case Code: return trade.code;
@@ -41,7 +41,7 @@ QString TradeTableModel::text(const TradeRecord &trade, int column) const
     return {};
 }
 
-QVariant TradeTableModel::sortKey(const TradeRecord &trade, int column) const
+QVariant TradeTableModel::sortKey(const TradeRow &trade, int column) const
 {
     switch (column) {
     case BuyPrice: return trade.buyPrice;
@@ -56,7 +56,7 @@ QVariant TradeTableModel::data(const QModelIndex &index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
-    const TradeRecord &trade = m_trades[size_t(index.row())];
+    const TradeRow &trade = m_trades[size_t(index.row())];
     switch (role) {
     case Qt::DisplayRole: return text(trade, index.column());
     case SortRole: return sortKey(trade, index.column());

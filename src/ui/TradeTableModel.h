@@ -17,8 +17,8 @@ public:
 
     using QAbstractTableModel::QAbstractTableModel;
 
-    void setTrades(std::vector<TradeRecord> trades);
-    const TradeRecord &trade(int row) const { return m_trades[size_t(row)]; }
+    void setTrades(std::vector<TradeRow> trades);
+    const TradeRow &trade(int row) const { return m_trades[size_t(row)]; }
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -29,8 +29,8 @@ public:
     static double gainOf(const TradeRecord &trade);
 
 private:
-    QString text(const TradeRecord &trade, int column) const;
-    QVariant sortKey(const TradeRecord &trade, int column) const;
+    QString text(const TradeRow &trade, int column) const;
+    QVariant sortKey(const TradeRow &trade, int column) const;
 
-    std::vector<TradeRecord> m_trades;
+    std::vector<TradeRow> m_trades;
 };

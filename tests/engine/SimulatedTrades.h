@@ -38,6 +38,6 @@ inline QString simulate(const QString &rules, std::initializer_list<Day> days, c
         *effects = simulator.ruleEffects();
     TradeBook book;
     for (const TradeRecord &t : trades)
-        book.file(t);
+        book.file(t, QString::fromLatin1(code));
     return outputCsvText(book);
 }

@@ -75,7 +75,7 @@ TEST(Report, JsonHasEveryKeyAndNullWhereAFigureHasNoValue)
     TestMarket m({"2024-01-02"});
     m.add("600000", {10});
     TradeBook book;
-    TradeRecord pending;
+    TradeRow pending;
     pending.code = QStringLiteral("600000");
     pending.buyDate = TradeDate::idOfText(QStringLiteral("2024-01-02下一日开盘买入"));
     pending.status = TradeStatus::PendingBuy;

@@ -19,7 +19,6 @@ QString dateOf(const Stock &bar) { return TextFile::decodeDate(bar.date); }
 TradeRecord trade(const StockSeries &stock, int buy, int sale, double salePrice)
 {
     TradeRecord record;
-    record.code = stock.code;
     record.buyDate = TradeDate::idOfText(dateOf(stock.bars[size_t(buy)]));
     record.saleDate = TradeDate::idOfText(dateOf(stock.bars[size_t(sale)]));
     record.buyPrice = stock.bars[size_t(buy)].open;
@@ -124,7 +123,6 @@ void ChartTest::aTradeOrAPendingBuyIsMarkedAmongTheDaysAroundIt()
     // A buy still waiting shows the stock to its last bar with the signal day
     // marked, and none of the sold trade's marks.
     TradeRecord pending;
-    pending.code = m_stock.code;
     pending.status = TradeStatus::PendingBuy;
     pending.buyDate =
         TradeDate::idOfText(dateOf(m_stock.bars[size_t(last)]) + QStringLiteral("下一日开盘买入"));

@@ -14,9 +14,9 @@
 
 namespace {
 
-TradeRecord trade(const QString &code, const QString &buyDate, double buyPrice, double salePrice)
+TradeRow trade(const QString &code, const QString &buyDate, double buyPrice, double salePrice)
 {
-    TradeRecord record;
+    TradeRow record;
     record.code = code;
     record.buyDate = record.saleDate = TradeDate::idOfText(buyDate);
     record.buyPrice = buyPrice;
@@ -81,7 +81,7 @@ void ResultsWindowTest::tradesShowInRunOrderAndSortByTheirNumbers()
     StockListViewStrategy *table = results.table();
     QAbstractItemModelTester trades(table->trades(), QAbstractItemModelTester::FailureReportingMode::QtTest);
     QAbstractItemModelTester sorted(table->sorted(), QAbstractItemModelTester::FailureReportingMode::QtTest);
-    std::vector<TradeRecord> rows = {
+    std::vector<TradeRow> rows = {
         trade("600000", "2021-03-01", 10, 11.5), trade("000001", "2021-01-04", 0, 5),
         trade("300001", "2021-02-01", 12.3456789, 24.6913578), trade("000002", "2021-01-04", 9.5, 9.1675)};
     rows[0].holdDays = 10;
@@ -107,7 +107,7 @@ void ResultsWindowTest::tradesShowInRunOrderAndSortByTheirNumbers()
 
 void ResultsWindowTest::aWholeMarketOfTradesShowsAtOnceInAResizableWindow()
 {
-    std::vector<TradeRecord> many;
+    std::vector<TradeRow> many;
     for (int i = 0; i < 150000; ++i)
         many.push_back(
             trade(QString::number(600000 + i % 5000), QStringLiteral("2021-03-01"), 10, 10 + i % 7));
