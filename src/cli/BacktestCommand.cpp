@@ -11,6 +11,8 @@
 
 #include <QCommandLineParser>
 
+#include <future>
+
 namespace {
 
 struct BacktestOptions {
@@ -142,11 +144,14 @@ int run(const BacktestOptions &options)
     progress.clear();
     printSkippedFiles(run.counts().files);
     const StrategyConfig &config = run.config();
+    // Kept apart: the comparison's second run has effects of its own.
+    const RuleEffects effects = run.ruleEffects();
+    // Summed while the file is written: most of that time goes to waiting for the disk.
+    std::future<QString> summary =
+        std::async(std::launch::async, [&] { return summaryLines(book, config, effects); });
     const QString writeError = writeOutputCsv(options.out, book, options.encoding);
     if (!writeError.isEmpty())
         CliOutput::err(QStringLiteral("无法写入 / cannot write %1: %2\n").arg(options.out, writeError));
-    // Kept apart: the comparison's second run has effects of its own.
-    const RuleEffects effects = run.ruleEffects();
     if (options.compareRules) {
         // The same script as a real account could trade it; only its summary is shown.
         StrategyConfig real = config;
@@ -154,10 +159,10 @@ int run(const BacktestOptions &options)
         run.setRules(real.rules);
         run.setObserver({});
         const TradeBook realBook = run.run();
-        CliOutput::out(QStringLiteral("按脚本:\n") + summaryLines(book, config, effects) +
+        CliOutput::out(QStringLiteral("按脚本:\n") + summary.get() +
                        QStringLiteral("按实盘规则:\n") + summaryLines(realBook, real, run.ruleEffects()));
     } else {
-        CliOutput::out(summaryLines(book, config, effects));
+        CliOutput::out(summary.get());
     }
     if (!writeError.isEmpty())
         return Commands::Unwritable;
