@@ -145,3 +145,9 @@ int download(const QStringList &arguments)
 }
 
 } // namespace Commands
+
+// What orvel-cli calls when it loads this command from its plugin.
+extern "C" Q_DECL_EXPORT int orvelDownload(const QStringList *arguments)
+{
+    return Commands::download(*arguments);
+}

@@ -1,6 +1,7 @@
 #include "ReportChartsPlugin.h"
 
-#include <QFileInfo>
+#include "BesideProgram.h"
+
 #include <QLibrary>
 
 namespace {
@@ -17,9 +18,7 @@ namespace ReportChartsPlugin {
 std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv, bool charts)
 {
     if (charts) {
-        // Beside the program itself, wherever it was started from.
-        const QString dir = QFileInfo(QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget()).path();
-        QLibrary plugin(dir + QStringLiteral("/liborvel_report_charts_plugin"));
+        QLibrary plugin(besideProgram(QStringLiteral("liborvel_report_charts_plugin")));
         const auto make = reinterpret_cast<MakeApplication>(plugin.resolve("orvelChartsApplication"));
         renderCharts = reinterpret_cast<RenderCharts>(plugin.resolve("orvelRenderCharts"));
         if (make && renderCharts)

@@ -1,5 +1,6 @@
 #include "CliOutput.h"
 #include "Commands.h"
+#include "DownloadPlugin.h"
 #include "OutOfMemory.h"
 #include "ReportChartsPlugin.h"
 #include "runtime/MessageLog.h"
@@ -37,12 +38,6 @@ bool wantsCharts(int argc, char **argv)
 
 } // namespace
 
-int Commands::refuseOptions(const QString &problem, const QStringList &arguments)
-{
-    CliOutput::err(problem + QLatin1Char('\n'));
-    return arguments.contains(QStringLiteral("--help")) ? Ok : UsageError;
-}
-
 int main(int argc, char *argv[])
 {
     OutOfMemory::install();
@@ -61,7 +56,7 @@ int main(int argc, char *argv[])
     if (command == QLatin1String("eval"))
         return Commands::eval(arguments);
     if (command == QLatin1String("download"))
-        return Commands::download(arguments);
+        return DownloadPlugin::download(arguments);
     if (command == QLatin1String("check"))
         return Commands::check(arguments);
     if (command == QLatin1String("convert"))

@@ -116,3 +116,18 @@ TEST(DownloadCommand, BadOptionsAreUsageErrorsBeforeAnyRequest)
         EXPECT_FALSE(run.out.contains(QStringLiteral("[1/"))) << arguments.join(' ').toStdString();
     }
 }
+
+// The command lives in a plugin beside the program; a program copied away
+// from it says so and exits as a failed download.
+TEST(DownloadCommand, WithoutItsPluginTheProgramSaysSoAndExitsWithFour)
+{
+    QTemporaryDir work;
+    const QString lonely = work.filePath(QStringLiteral("orvel-cli"));
+    ASSERT_TRUE(QFile::copy(QStringLiteral(ORVEL_CLI), lonely));
+    QProcess process;
+    process.start(lonely, {"download", "600000", "--data", work.path()});
+    ASSERT_TRUE(process.waitForFinished(60000));
+    EXPECT_EQ(process.exitCode(), 4);
+    EXPECT_TRUE(QString::fromUtf8(process.readAllStandardError()).contains(QStringLiteral("download module")));
+    EXPECT_EQ(QDir(work.path()).entryList(QDir::Files), QStringList{QStringLiteral("orvel-cli")});
+}
