@@ -19,6 +19,31 @@ char *appendGeneral(char *out, double value)
     return std::to_chars(out, out + 32, value, std::chars_format::general, 6).ptr;
 }
 
+// Most prices are floats read from cents: from 1 to 10,000, a value within a
+// millionth of a whole number of cents rounds to those cents at six digits,
+// and prints as them without trailing zeros. False for any other value.
+bool appendCents(char *&out, double value)
+{
+    const double magnitude = std::fabs(value);
+    if (!(magnitude >= 1 && magnitude < 10000))
+        return false;
+    const double cents = std::floor(magnitude * 100 + 0.5);
+    if (std::fabs(magnitude * 100 - cents) >= 1e-4)
+        return false;
+    const long whole = long(cents);
+    if (value < 0)
+        *out++ = '-';
+    out = std::to_chars(out, out + 8, whole / 100).ptr;
+    const long fraction = whole % 100;
+    if (fraction != 0) {
+        *out++ = '.';
+        *out++ = char('0' + fraction / 10);
+        if (fraction % 10 != 0)
+            *out++ = char('0' + fraction % 10);
+    }
+    return true;
+}
+
 // The same for prices, which print in fixed form, without the library's
 // exact decimal expansion: scaled by a power of ten (exact in a double) the
 // value is off by far less than a millionth of a unit, so rounding to six
@@ -27,6 +52,8 @@ char *appendShortReal(char *out, double value)
 {
     static constexpr double kPowers[] = {1e-4, 1e-3, 1e-2, 1e-1, 1,   1e1, 1e2,
                                          1e3,  1e4,  1e5,  1e6,  1e7, 1e8, 1e9};
+    if (appendCents(out, value))
+        return out;
     const double magnitude = std::fabs(value);
     if (!(magnitude >= 1e-4 && magnitude < 999999.5))
         return appendGeneral(out, value);
