@@ -44,6 +44,8 @@ void IndicatorEvaluator::numbers(int from, int to, double *out, unsigned char *d
         return;
     const std::pair<int, int> usable = usableDays(from, to);
     markUnusable(from, to, usable, out, delivered);
+    if (usable.first == usable.second)
+        return; // no bar to read: an offset beyond the series may not even add up
     // Read through locals: the stores cannot then be taken to change them.
     const size_t first = size_t(usable.first + offset), count = size_t(usable.second - usable.first);
     const float *values = m_values + first;
