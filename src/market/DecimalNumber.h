@@ -3,6 +3,7 @@
 #include <QStringView>
 
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -48,39 +49,53 @@ inline float narrowToFloat(double value)
 // so 1055 cents and "10.55" give the same float.
 inline float fromDigits(uint64_t mantissa, int fractionDigits, bool negative = false)
 {
-    constexpr double kPow10[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-                                 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-    const double value = double(mantissa) / kPow10[fractionDigits];
-    return narrowToFloat(negative ? -value : value);
+    static constexpr double kPow10[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                        1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                        1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    // Whole numbers (volumes) need no division: by 1 it changes nothing.
+    const double value = fractionDigits ? double(mantissa) / kPow10[fractionDigits] : double(mantissa);
+    // Below 2^64 and, unless 0, above 1e-22: always inside the float range and
+    // never rounding to 0, so the narrowing needs none of narrowToFloat's checks.
+    return float(negative ? -value : value);
 }
+
+// The most bytes scanSimpleFloat reads from `begin` when the text goes on:
+// a sign, 19 digits (one more than it converts), a point and the byte behind.
+inline constexpr ptrdiff_t kSimpleFloatReach = 22;
 
 // The fast path used by the K-line parser: converts the decimal starting at
 // `begin` when it ends at `end` or at a byte that cannot continue a number, and
 // returns where it stopped; nullptr when the text needs the general path.
+// With `kCheckEnd` false the caller vouches that at least kSimpleFloatReach
+// bytes follow `begin`, and no byte is compared with `end`.
+template <bool kCheckEnd = true>
 inline const char *scanSimpleFloat(const char *begin, const char *end, float &out)
 {
     const auto isDigit = [](char c) { return unsigned(c - '0') < 10; };
+    const auto more = [end](const char *p) { return !kCheckEnd || p < end; };
+    // Nothing with more than 18 digits converts here, so the 19th ends the run.
+    constexpr int kDigitsRead = 19;
     const char *p = begin;
-    const bool negative = p < end && *p == '-';
-    if (p < end && (*p == '-' || *p == '+'))
+    const bool negative = more(p) && *p == '-';
+    if (more(p) && (*p == '-' || *p == '+'))
         ++p;
     uint64_t mantissa = 0;
     int digits = 0;
-    while (p < end && isDigit(*p)) {
+    while (more(p) && isDigit(*p) && digits < kDigitsRead) {
         mantissa = mantissa * 10 + uint64_t(*p - '0');
         ++digits, ++p;
     }
     int fractionDigits = 0;
-    if (p < end && *p == '.') {
+    if (more(p) && *p == '.') {
         ++p;
-        while (p < end && isDigit(*p)) {
+        while (more(p) && isDigit(*p) && digits < kDigitsRead) {
             mantissa = mantissa * 10 + uint64_t(*p - '0');
             ++digits, ++fractionDigits, ++p;
         }
     }
-    if (digits == 0 || digits > 18 || mantissa > (uint64_t(1) << 53) || fractionDigits > 22)
+    if (digits == 0 || digits > 18 || mantissa > (uint64_t(1) << 53))
         return nullptr;
-    if (p < end && (*p == '.' || *p == 'e' || *p == 'E' || *p == ' ' || (*p >= '\t' && *p <= '\r')))
+    if (more(p) && (*p == '.' || *p == 'e' || *p == 'E' || *p == ' ' || (*p >= '\t' && *p <= '\r')))
         return nullptr;
     out = fromDigits(mantissa, fractionDigits, negative);
     return p;

@@ -22,23 +22,17 @@ std::string_view upToListClosing(std::string_view text)
     return text;
 }
 
-// How many days the list can hold at most: one more than its "],[" separators
-// before "]]", and no more than items of the shortest usable form ",,,,,"
-// would give. Reserving that keeps a growing series from holding its old and
-// its doubled storage at once.
+// How many days the list can hold at most: one more than its "]" (every
+// item but the last ends in one), and no more than items of the shortest
+// usable form ",,,,," would give. Reserving that keeps a growing series from
+// holding its old and its doubled storage at once. A plain count of one byte
+// runs many bytes a step, where looking for "],[" stopped at every item.
 size_t itemCountAtMost(std::string_view text)
 {
-    size_t separators = 0;
-    const char *p = text.data();
-    const char *const end = p + text.size();
-    while ((p = static_cast<const char *>(std::memchr(p, ']', size_t(end - p)))) && end - p >= 2) {
-        if (p[1] == ']')
-            break;
-        if (p[1] == ',' && end - p >= 3 && p[2] == '[')
-            ++separators;
-        ++p;
-    }
-    return std::min(separators, text.size() / 8) + 1;
+    size_t brackets = 0;
+    for (const char c : text)
+        brackets += (c == ']');
+    return std::min(brackets, text.size() / 8) + 1;
 }
 
 // Copies `text` without its double quotes; returns the length written. `out`
@@ -136,34 +130,55 @@ public:
     bool finished() const { return m_finished; }
 
     // Reads one item into `bar` (date and the five numbers) and moves past it.
+    // Far from the end no byte needs comparing with it; a date longer than
+    // that reading allows is left to the careful one.
     bool read(Stock &bar, float values[5])
     {
+        if (m_end - m_cursor >= kUncheckedReach && readItem<false>(bar, values))
+            return true;
+        return readItem<true>(bar, values);
+    }
+
+private:
+    static constexpr ptrdiff_t kUncheckedDateLength = 32;
+    // "[", the quoted date and its comma, five quoted numbers with their
+    // commas, and the "],[" behind.
+    static constexpr ptrdiff_t kUncheckedReach =
+        2 + kUncheckedDateLength + 2 + 5 * (1 + DecimalNumber::kSimpleFloatReach + 1) + 3;
+
+    template <bool kCheckEnd>
+    bool readItem(Stock &bar, float values[5])
+    {
+        const auto more = [this](const char *p) { return !kCheckEnd || p < m_end; };
         const char *p = m_cursor;
-        if (p < m_end && *p == '[')
+        if (more(p) && *p == '[')
             ++p;
-        if (p == m_end || *p != '"')
+        if (!more(p) || *p != '"')
             return false;
         const char *date = ++p;
-        while (p < m_end && *p != '"' && *p != ',' && *p != ']')
+        while (more(p) && *p != '"' && *p != ',' && *p != ']') {
+            if (!kCheckEnd && p - date == kUncheckedDateLength)
+                return false;
             ++p;
-        if (m_end - p < 2 || *p != '"' || p == date || *date == '[' || p[1] != ',')
+        }
+        if ((kCheckEnd && m_end - p < 2) || *p != '"' || p == date || *date == '[' || p[1] != ',')
             return false;
         const size_t dateLength = size_t(p - date);
         p += 2;
         for (int field = 0; field < 5; ++field) {
-            if (p == m_end || *p != '"')
+            if (!more(p) || *p != '"')
                 return false;
-            p = DecimalNumber::scanSimpleFloat(p + 1, m_end, values[field]);
-            if (!p || p == m_end || *p != '"')
+            p = DecimalNumber::scanSimpleFloat<kCheckEnd>(p + 1, m_end, values[field]);
+            if (!p || !more(p) || *p != '"')
                 return false;
             ++p;
             if (field < 4) {
-                if (p == m_end || *p != ',')
+                if (!more(p) || *p != ',')
                     return false;
                 ++p;
             }
         }
-        if (p == m_end || (m_end - p >= 2 && p[0] == ']' && p[1] == ']')) {
+        if (!more(p) || (m_end - p >= 2 && p[0] == ']' && p[1] == ']')) {
             m_finished = true; // the text or the list ends with this day
         } else if (m_end - p >= 3 && p[0] == ']' && p[1] == ',' && p[2] == '[') {
             p += 3;
@@ -175,7 +190,6 @@ public:
         return true;
     }
 
-private:
     const char *m_cursor;
     const char *m_end;
     bool m_finished = false;
