@@ -2,6 +2,7 @@
 
 #include <QStringView>
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -73,31 +74,34 @@ inline const char *scanSimpleFloat(const char *begin, const char *end, float &ou
 {
     const auto isDigit = [](char c) { return unsigned(c - '0') < 10; };
     const auto more = [end](const char *p) { return !kCheckEnd || p < end; };
-    // Nothing with more than 18 digits converts here, so the 19th ends the run.
-    constexpr int kDigitsRead = 19;
+    // Nothing with more than 18 digits converts here, so the 19th ends the
+    // reading; one bound per digit then serves for that and for the text's end.
+    const auto digitsAtMost = [end](const char *p, ptrdiff_t count) {
+        return kCheckEnd ? std::min(end - p, count) : count;
+    };
+    constexpr ptrdiff_t kDigitsRead = 19;
     const char *p = begin;
     const bool negative = more(p) && *p == '-';
     if (more(p) && (*p == '-' || *p == '+'))
         ++p;
     uint64_t mantissa = 0;
-    int digits = 0;
-    while (more(p) && isDigit(*p) && digits < kDigitsRead) {
+    const char *start = p;
+    for (const char *limit = p + digitsAtMost(p, kDigitsRead); p < limit && isDigit(*p); ++p)
         mantissa = mantissa * 10 + uint64_t(*p - '0');
-        ++digits, ++p;
-    }
-    int fractionDigits = 0;
+    ptrdiff_t digits = p - start;
+    ptrdiff_t fractionDigits = 0;
     if (more(p) && *p == '.') {
-        ++p;
-        while (more(p) && isDigit(*p) && digits < kDigitsRead) {
+        start = ++p;
+        for (const char *limit = p + digitsAtMost(p, kDigitsRead - digits); p < limit && isDigit(*p); ++p)
             mantissa = mantissa * 10 + uint64_t(*p - '0');
-            ++digits, ++fractionDigits, ++p;
-        }
+        fractionDigits = p - start;
+        digits += fractionDigits;
     }
     if (digits == 0 || digits > 18 || mantissa > (uint64_t(1) << 53))
         return nullptr;
     if (more(p) && (*p == '.' || *p == 'e' || *p == 'E' || *p == ' ' || (*p >= '\t' && *p <= '\r')))
         return nullptr;
-    out = fromDigits(mantissa, fractionDigits, negative);
+    out = fromDigits(mantissa, int(fractionDigits), negative);
     return p;
 }
 

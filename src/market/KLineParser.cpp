@@ -3,6 +3,7 @@
 #include "DecimalNumber.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 namespace {
@@ -29,9 +30,15 @@ std::string_view upToListClosing(std::string_view text)
 // runs many bytes a step, where looking for "],[" stopped at every item.
 size_t itemCountAtMost(std::string_view text)
 {
+    // Counted in blocks a byte-sized count cannot overflow in, so that whole
+    // vectors of bytes are compared and added at a time.
     size_t brackets = 0;
-    for (const char c : text)
-        brackets += (c == ']');
+    for (size_t block = 0; block < text.size(); block += 255) {
+        uint8_t inBlock = 0;
+        for (const char c : text.substr(block, 255))
+            inBlock += (c == ']');
+        brackets += inBlock;
+    }
     return std::min(brackets, text.size() / 8) + 1;
 }
 
