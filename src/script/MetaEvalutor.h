@@ -31,9 +31,9 @@ struct MetaEvalutor {
     virtual bool parse(const QString &text) = 0;
     // 1: value delivered; 0: failure; -1: no usable bar for that day.
     virtual int value(int dayIndex, EvalValue &out) const = 0;
-    // value() for every day of [from, to) at once: the number (0 where none
-    // was set) and whether it was delivered, at [day - from]. Terms whose
-    // value is a lookup answer a whole stock without a call per day.
+    // value() for every day of [from, to) at once: whether it was delivered
+    // and the number, at [day - from]; a number not delivered means nothing.
+    // Terms whose value is a lookup answer a whole stock without a call per day.
     virtual void numbers(int from, int to, double *out, unsigned char *delivered) const
     {
         for (int day = from; day < to; ++day) {
