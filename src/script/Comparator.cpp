@@ -37,16 +37,6 @@ void numericHolds(const Operands &evaluators, int from, int to, unsigned char *h
 
 } // namespace
 
-void DayColumns::fit(size_t days)
-{
-    if (left.size() >= days)
-        return;
-    for (std::vector<double> *column : {&left, &right})
-        column->resize(days);
-    for (std::vector<unsigned char> *column : {&leftDelivered, &rightDelivered, &alternative, &statement})
-        column->resize(days);
-}
-
 void Comparator::holdsOnDays(const Operands &evaluators, int from, int to, unsigned char *holds,
                              DayColumns &) const
 {

@@ -1,23 +1,12 @@
 #pragma once
 
+#include "DayColumns.h"
 #include "MetaEvalutor.h"
 
 #include <memory>
 #include <vector>
 
 using Operands = std::vector<std::unique_ptr<MetaEvalutor>>;
-
-// Scratch columns for judging a stock's days all at once, one per worker and
-// reused from stock to stock. Each level of a script has its own.
-struct DayColumns {
-    std::vector<double> left, right;
-    std::vector<unsigned char> leftDelivered, rightDelivered;
-    std::vector<unsigned char> alternative; // one alternative of a statement
-    std::vector<unsigned char> statement;   // one statement of a script
-
-    // Makes every column hold at least `days` entries.
-    void fit(size_t days);
-};
 
 // Judges the operands of one term on one day: 1 true, -1 false, 0 undecidable.
 struct Comparator {

@@ -68,13 +68,13 @@ void combineStatements(const std::vector<StatementObjectNode> &statements, bool 
                        unsigned char *result, DayColumns &columns)
 {
     const size_t days = size_t(std::max(0, to - from));
-    std::fill(result, result + days, all ? 1 : 0);
     columns.fit(days);
-    for (const StatementObjectNode &statement : statements) {
-        statement.holdsOnDays(from, to, columns.statement.data(), columns);
-        for (size_t i = 0; i < days; ++i)
-            result[i] = all ? result[i] & columns.statement[i] : result[i] | columns.statement[i];
-    }
+    combineDays(
+        statements, all, from, days, result, columns.statement.data(),
+        [&](const StatementObjectNode &statement, unsigned char *column) {
+            statement.holdsOnDays(from, to, column, columns);
+        },
+        [](const StatementObjectNode &statement, int day) { return statement.holds(day); });
 }
 
 } // namespace

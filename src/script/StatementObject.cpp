@@ -106,11 +106,9 @@ bool StatementObjectNode::holds(int dayIndex) const
 void StatementObjectNode::holdsOnDays(int from, int to, unsigned char *holds, DayColumns &columns) const
 {
     const size_t days = size_t(std::max(0, to - from));
-    std::fill(holds, holds + days, 0);
     columns.fit(days);
-    for (const StatementObject &child : m_children) {
-        child.holdsOnDays(from, to, columns.alternative.data(), columns);
-        for (size_t i = 0; i < days; ++i)
-            holds[i] |= columns.alternative[i];
-    }
+    combineDays(
+        m_children, false, from, days, holds, columns.alternative.data(),
+        [&](const StatementObject &child, unsigned char *column) { child.holdsOnDays(from, to, column, columns); },
+        [](const StatementObject &child, int day) { return child.evaluate(day) == 1; });
 }
