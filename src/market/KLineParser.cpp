@@ -23,11 +23,10 @@ std::string_view upToListClosing(std::string_view text)
     return text;
 }
 
-// How many days the list can hold at most: one more than its "]" (every
-// item but the last ends in one), and no more than items of the shortest
-// usable form ",,,,," would give. Reserving that keeps a growing series from
-// holding its old and its doubled storage at once. A plain count of one byte
-// runs many bytes a step, where looking for "],[" stopped at every item.
+// How many days a part of the list can hold at most: one more than its "]"
+// (every item but the last ends in one), and no more than items of the
+// shortest usable form ",,,,," would give. A plain count of one byte runs
+// many bytes a step, where looking for "],[" stopped at every item.
 size_t itemCountAtMost(std::string_view text)
 {
     // Counted in blocks a byte-sized count cannot overflow in, so that whole
@@ -40,6 +39,16 @@ size_t itemCountAtMost(std::string_view text)
         brackets += inBlock;
     }
     return std::min(brackets, text.size() / 8) + 1;
+}
+
+// Once the series fills its storage, reserves what the rest of the text can
+// still hold, so a growing series never holds its old and its doubled storage
+// at once. A series reused across files mostly has room already, and then
+// the text is not counted at all.
+void makeRoom(std::vector<Stock> &bars, std::string_view rest)
+{
+    if (bars.size() == bars.capacity())
+        bars.reserve(bars.size() + itemCountAtMost(rest));
 }
 
 // Copies `text` without its double quotes; returns the length written. `out`
@@ -60,6 +69,7 @@ public:
     ItemScanner(const char *begin, const char *end) : m_begin(begin), m_end(end) {}
 
     bool atEnd() const { return m_atEnd; }
+    std::string_view rest() const { return {m_cursor, size_t(m_end - m_cursor)}; }
 
     // The field starting at the cursor; moves the cursor behind it and tells
     // whether it was the last field of its item.
@@ -134,6 +144,7 @@ public:
     QuotedItemReader(const char *begin, const char *end) : m_cursor(begin), m_end(end) {}
 
     const char *cursor() const { return m_cursor; }
+    std::string_view rest() const { return {m_cursor, size_t(m_end - m_cursor)}; }
     bool finished() const { return m_finished; }
 
     // Reads one item into `bar` (date and the five numbers) and moves past it.
@@ -247,14 +258,17 @@ void parseKLineText(StockSeries &series)
         return;
     char *const text = series.text().data();
     const std::string_view opened = afterListOpening({text, series.text().size()});
-    series.bars.reserve(itemCountAtMost(opened));
     float previousClose = -1.0f;
     float values[5];
     Stock bar;
 
     QuotedItemReader quoted(opened.data(), opened.data() + opened.size());
-    while (!quoted.finished() && quoted.read(bar, values))
+    while (!quoted.finished()) {
+        makeRoom(series.bars, quoted.rest());
+        if (!quoted.read(bar, values))
+            break;
         appendBar(bar, values, previousClose, series.bars);
+    }
     if (quoted.finished())
         return;
 
@@ -264,6 +278,7 @@ void parseKLineText(StockSeries &series)
     char *clean = text + (rest.data() - text);
     ItemScanner scanner(clean, clean + copyWithoutQuotes(rest, clean));
     while (!scanner.atEnd()) {
+        makeRoom(series.bars, scanner.rest());
         bool last = false;
         std::string_view date = scanner.nextField(last);
         if (!date.empty() && date.front() == '[')
