@@ -37,11 +37,11 @@ void numericHolds(const Operands &evaluators, int from, int to, unsigned char *h
 
 } // namespace
 
-void Comparator::holdsOnDays(const Operands &evaluators, int from, int to, unsigned char *holds,
-                             DayColumns &) const
+void Comparator::holdsOnDays(const Operands &evaluators, int from, int to, const unsigned char *asked,
+                             unsigned char *holds, DayColumns &) const
 {
     for (int day = from; day < to; ++day)
-        holds[day - from] = compare(evaluators, day) == 1;
+        holds[day - from] = asked[day - from] && compare(evaluators, day) == 1;
 }
 
 int Comparator_Greater2::compare(const Operands &evaluators, int dayIndex) const
@@ -60,14 +60,16 @@ int Comparator_Less2::compare(const Operands &evaluators, int dayIndex) const
     return operandsOf(evaluators, dayIndex, left, right) && left < right ? 1 : -1;
 }
 
-void Comparator_Greater2::holdsOnDays(const Operands &evaluators, int from, int to, unsigned char *holds,
-                                      DayColumns &columns) const
+// A numeric comparison judges every day: reading whole columns costs less
+// than picking the asked days.
+void Comparator_Greater2::holdsOnDays(const Operands &evaluators, int from, int to, const unsigned char *,
+                                      unsigned char *holds, DayColumns &columns) const
 {
     numericHolds(evaluators, from, to, holds, columns, std::greater<double>());
 }
 
-void Comparator_Less2::holdsOnDays(const Operands &evaluators, int from, int to, unsigned char *holds,
-                                   DayColumns &columns) const
+void Comparator_Less2::holdsOnDays(const Operands &evaluators, int from, int to, const unsigned char *,
+                                   unsigned char *holds, DayColumns &columns) const
 {
     numericHolds(evaluators, from, to, holds, columns, std::less<double>());
 }

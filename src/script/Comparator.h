@@ -12,23 +12,24 @@ using Operands = std::vector<std::unique_ptr<MetaEvalutor>>;
 struct Comparator {
     virtual ~Comparator() = default;
     virtual int compare(const Operands &evaluators, int dayIndex) const = 0;
-    // Whether compare() is 1, for every day of [from, to) at [day - from].
-    virtual void holdsOnDays(const Operands &evaluators, int from, int to, unsigned char *holds,
-                             DayColumns &columns) const;
+    // Whether compare() is 1, for every day of [from, to) that is `asked`
+    // (at [day - from]); the answer for the others may be anything.
+    virtual void holdsOnDays(const Operands &evaluators, int from, int to, const unsigned char *asked,
+                             unsigned char *holds, DayColumns &columns) const;
 };
 
 // A numeric comparison is false when either side has no value on the day
 // (an unusable bar, an average not yet defined) or fails; equal is false.
 struct Comparator_Greater2 : Comparator {
     int compare(const Operands &evaluators, int dayIndex) const override;
-    void holdsOnDays(const Operands &evaluators, int from, int to, unsigned char *holds,
-                     DayColumns &columns) const override;
+    void holdsOnDays(const Operands &evaluators, int from, int to, const unsigned char *asked,
+                     unsigned char *holds, DayColumns &columns) const override;
 };
 
 struct Comparator_Less2 : Comparator {
     int compare(const Operands &evaluators, int dayIndex) const override;
-    void holdsOnDays(const Operands &evaluators, int from, int to, unsigned char *holds,
-                     DayColumns &columns) const override;
+    void holdsOnDays(const Operands &evaluators, int from, int to, const unsigned char *asked,
+                     unsigned char *holds, DayColumns &columns) const override;
 };
 
 struct Comparator_Boolean : Comparator {

@@ -9,8 +9,8 @@
 struct DayColumns {
     std::vector<double> left, right;
     std::vector<unsigned char> leftDelivered, rightDelivered;
-    std::vector<unsigned char> alternative; // one alternative of a statement
-    std::vector<unsigned char> statement;   // one statement of a script
+    std::vector<unsigned char> alternative, alternativeAsked; // one alternative of a statement
+    std::vector<unsigned char> statement, statementAsked;     // one statement of a script
 
     // Makes every column hold at least `days` entries.
     void fit(size_t days)
@@ -19,36 +19,42 @@ struct DayColumns {
             return;
         for (std::vector<double> *column : {&left, &right})
             column->resize(days);
-        for (std::vector<unsigned char> *column : {&leftDelivered, &rightDelivered, &alternative, &statement})
+        for (std::vector<unsigned char> *column :
+             {&leftDelivered, &rightDelivered, &alternative, &alternativeAsked, &statement, &statementAsked})
             column->resize(days);
     }
 };
 
 // Combines `parts` over the `days` from `from` into `result`: every part must
-// hold (`all`) or any one suffices. A part is judged for all days at once
-// (`wholeColumn(part, column)`) while many days are still open; once few are,
-// it is asked only on those (`oneDay(part, day)`), as a day-by-day walk that
-// stops at the first deciding part would: a costly last part is then rarely
-// judged at all.
+// hold (`all`) or any one suffices. Only the days `asked` (all when null)
+// need an answer. A part is judged on the days earlier parts left open: a
+// column at a time (`wholeColumn(part, open, column)`, which may judge other
+// days too) while many are open, day by day (`oneDay(part, day)`) once few
+// are, as a walk that stops at the first deciding part would.
 template <class Part, class WholeColumn, class OneDay>
-void combineDays(const std::vector<Part> &parts, bool all, int from, size_t days, unsigned char *result,
-                 unsigned char *column, WholeColumn wholeColumn, OneDay oneDay)
+void combineDays(const std::vector<Part> &parts, bool all, int from, size_t days, const unsigned char *asked,
+                 unsigned char *result, unsigned char *open, unsigned char *column, WholeColumn wholeColumn,
+                 OneDay oneDay)
 {
-    const unsigned char open = all ? 1 : 0; // a day the parts so far left undecided
-    std::fill(result, result + days, open);
+    const unsigned char undecided = all ? 1 : 0; // what a day holds until a part decides it
+    std::fill(result, result + days, undecided);
     for (const Part &part : parts) {
-        const size_t undecided = size_t(std::count(result, result + days, open));
-        if (undecided == 0)
+        size_t openDays = 0;
+        for (size_t i = 0; i < days; ++i) {
+            open[i] = result[i] == undecided && (!asked || asked[i]);
+            openDays += open[i];
+        }
+        if (openDays == 0)
             return;
-        if (undecided * 8 < days) {
+        if (openDays * 8 < days) {
             for (size_t i = 0; i < days; ++i) {
-                if (result[i] == open)
+                if (open[i])
                     result[i] = oneDay(part, from + int(i)) ? 1 : 0;
             }
             continue;
         }
-        wholeColumn(part, column);
+        wholeColumn(part, open, column);
         for (size_t i = 0; i < days; ++i)
-            result[i] = result[i] == open ? column[i] : result[i];
+            result[i] = open[i] ? column[i] : result[i];
     }
 }

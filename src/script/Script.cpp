@@ -70,9 +70,9 @@ void combineStatements(const std::vector<StatementObjectNode> &statements, bool 
     const size_t days = size_t(std::max(0, to - from));
     columns.fit(days);
     combineDays(
-        statements, all, from, days, result, columns.statement.data(),
-        [&](const StatementObjectNode &statement, unsigned char *column) {
-            statement.holdsOnDays(from, to, column, columns);
+        statements, all, from, days, nullptr, result, columns.statementAsked.data(), columns.statement.data(),
+        [&](const StatementObjectNode &statement, const unsigned char *open, unsigned char *column) {
+            statement.holdsOnDays(from, to, open, column, columns);
         },
         [](const StatementObjectNode &statement, int day) { return statement.holds(day); });
 }

@@ -69,10 +69,11 @@ int StatementObject::evaluate(int dayIndex) const
     return m_comparator ? m_comparator->compare(m_evaluators, dayIndex) : 0;
 }
 
-void StatementObject::holdsOnDays(int from, int to, unsigned char *holds, DayColumns &columns) const
+void StatementObject::holdsOnDays(int from, int to, const unsigned char *asked, unsigned char *holds,
+                                  DayColumns &columns) const
 {
     if (m_comparator)
-        m_comparator->holdsOnDays(m_evaluators, from, to, holds, columns);
+        m_comparator->holdsOnDays(m_evaluators, from, to, asked, holds, columns);
     else
         std::fill(holds, holds + std::max(0, to - from), 0);
 }
@@ -103,12 +104,15 @@ bool StatementObjectNode::holds(int dayIndex) const
     return false;
 }
 
-void StatementObjectNode::holdsOnDays(int from, int to, unsigned char *holds, DayColumns &columns) const
+void StatementObjectNode::holdsOnDays(int from, int to, const unsigned char *asked, unsigned char *holds,
+                                      DayColumns &columns) const
 {
     const size_t days = size_t(std::max(0, to - from));
     columns.fit(days);
     combineDays(
-        m_children, false, from, days, holds, columns.alternative.data(),
-        [&](const StatementObject &child, unsigned char *column) { child.holdsOnDays(from, to, column, columns); },
+        m_children, false, from, days, asked, holds, columns.alternativeAsked.data(), columns.alternative.data(),
+        [&](const StatementObject &child, const unsigned char *open, unsigned char *column) {
+            child.holdsOnDays(from, to, open, column, columns);
+        },
         [](const StatementObject &child, int day) { return child.evaluate(day) == 1; });
 }

@@ -19,8 +19,8 @@ public:
     void bind(StockBars bars, IndicatorCache &cache);
     // 1 true, -1 false, 0 undecidable.
     int evaluate(int dayIndex) const;
-    // Whether evaluate() is 1, for every day of [from, to) at [day - from].
-    void holdsOnDays(int from, int to, unsigned char *holds, DayColumns &columns) const;
+    // Whether evaluate() is 1, for the `asked` days of [from, to) at [day - from].
+    void holdsOnDays(int from, int to, const unsigned char *asked, unsigned char *holds, DayColumns &columns) const;
 
 private:
     bool parseComparison(const QString &text, bool &failed);
@@ -37,8 +37,8 @@ public:
     bool parse(const QString &text);
     void bind(StockBars bars, IndicatorCache &cache);
     bool holds(int dayIndex) const;
-    // holds() for every day of [from, to) at [day - from].
-    void holdsOnDays(int from, int to, unsigned char *holds, DayColumns &columns) const;
+    // holds() for the `asked` days of [from, to) at [day - from].
+    void holdsOnDays(int from, int to, const unsigned char *asked, unsigned char *holds, DayColumns &columns) const;
 
 private:
     std::vector<StatementObject> m_children;
