@@ -40,12 +40,9 @@ int IndicatorEvaluator::value(int dayIndex, EvalValue &out) const
 
 void IndicatorEvaluator::numbers(int from, int to, double *out, unsigned char *delivered) const
 {
-    if (from >= to)
-        return;
-    const std::pair<int, int> usable = usableDays(from, to);
-    markUnusable(from, to, usable, out, delivered);
+    const std::pair<int, int> usable = markUnusableDays(from, to, out, delivered);
     if (usable.first == usable.second)
-        return; // no bar to read: an offset beyond the series may not even add up
+        return;
     // Two plain copies the compiler turns into vector moves: an undefined
     // day's value is read but means nothing.
     const size_t first = size_t(usable.first + offset), count = size_t(usable.second - usable.first);

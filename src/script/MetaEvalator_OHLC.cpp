@@ -49,12 +49,9 @@ void MetaEvalator_OHLC::numbers(int from, int to, double *out, unsigned char *de
     case Field::Increase:
     case Field::Swing: break;
     }
-    if (from >= to)
-        return;
-    const std::pair<int, int> usable = usableDays(from, to);
-    markUnusable(from, to, usable, out, delivered);
+    const std::pair<int, int> usable = markUnusableDays(from, to, out, delivered);
     if (usable.first == usable.second)
-        return; // no bar to read: an offset beyond the series may not even add up
+        return;
     std::fill(delivered + (usable.first - from), delivered + (usable.second - from), 1);
     const size_t first = size_t(usable.first + offset), count = size_t(usable.second - usable.first);
     double *numbers = out + (usable.first - from);

@@ -55,22 +55,22 @@ protected:
         return index > 0 && index < (long long)m_bars.size() ? int(index) : -1;
     }
 
-    // The days of [from, to) whose bar is usable, as [first, last): every
-    // day before or after them has none.
-    std::pair<int, int> usableDays(int from, int to) const
+    // Marks the days of [from, to) without a usable bar as delivering
+    // nothing and returns the others, as [first, last). When there are none,
+    // the range is empty and nothing is left to read: an offset beyond the
+    // series may not even add up to a day.
+    std::pair<int, int> markUnusableDays(int from, int to, double *out, unsigned char *delivered) const
     {
+        if (from >= to)
+            return {from, from};
         const auto clampDay = [from, to](long long day) { return int(std::clamp<long long>(day, from, to)); };
         const int first = clampDay(1LL - offset);
-        return {first, std::max(first, clampDay((long long)m_bars.size() - offset))};
-    }
-
-    // Marks the days of [from, to) outside [first, last) as having no number.
-    static void markUnusable(int from, int to, std::pair<int, int> usable, double *out, unsigned char *delivered)
-    {
-        std::fill(out, out + (usable.first - from), 0.0);
-        std::fill(delivered, delivered + (usable.first - from), 0);
-        std::fill(out + (usable.second - from), out + (to - from), 0.0);
-        std::fill(delivered + (usable.second - from), delivered + (to - from), 0);
+        const int last = std::max(first, clampDay((long long)m_bars.size() - offset));
+        std::fill(out, out + (first - from), 0.0);
+        std::fill(delivered, delivered + (first - from), 0);
+        std::fill(out + (last - from), out + (to - from), 0.0);
+        std::fill(delivered + (last - from), delivered + (to - from), 0);
+        return {first, last};
     }
 
     StockBars m_bars;
