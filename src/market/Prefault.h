@@ -10,6 +10,9 @@
 // it. Only a hint: where the system cannot, the pages fault in as usual.
 inline void prefaultPages(void *data, size_t bytes)
 {
+    constexpr size_t kWorthACall = 64 * 1024; // below that, the call costs what the faults do
+    if (bytes < kWorthACall)
+        return;
     constexpr uintptr_t kPage = 4096;
     const uintptr_t begin = (reinterpret_cast<uintptr_t>(data) + kPage - 1) & ~(kPage - 1);
     const uintptr_t end = (reinterpret_cast<uintptr_t>(data) + bytes) & ~(kPage - 1);
