@@ -38,23 +38,14 @@ int MetaEvalator_OHLC::value(int dayIndex, EvalValue &out) const
 
 void MetaEvalator_OHLC::numbers(int from, int to, double *out, unsigned char *delivered) const
 {
-    // The plain fields are read straight from the bars, without a switch per day.
-    float Stock::*field = nullptr;
-    switch (m_field) {
-    case Field::Open: field = &Stock::open; break;
-    case Field::High: field = &Stock::high; break;
-    case Field::Low: field = &Stock::low; break;
-    case Field::Close: field = &Stock::close; break;
-    case Field::Vol: field = &Stock::volume; break;
-    case Field::Increase:
-    case Field::Swing: break;
-    }
     const std::pair<int, int> usable = markUnusableDays(from, to, out, delivered);
     if (usable.first == usable.second)
         return;
     std::fill(delivered + (usable.first - from), delivered + (usable.second - from), 1);
     const size_t first = size_t(usable.first + offset), count = size_t(usable.second - usable.first);
     double *numbers = out + (usable.first - from);
+    // A plain field is read straight from the bars, without a switch per day.
+    float Stock::*const field = plainField();
     if (!field) {
         for (size_t i = 0; i < count; ++i)
             numbers[i] = numberAt(first + i);
@@ -65,21 +56,28 @@ void MetaEvalator_OHLC::numbers(int from, int to, double *out, unsigned char *de
         numbers[i] = double(bars[i].*field);
 }
 
+float Stock::*MetaEvalator_OHLC::plainField() const
+{
+    switch (m_field) {
+    case Field::Open: return &Stock::open;
+    case Field::High: return &Stock::high;
+    case Field::Low: return &Stock::low;
+    case Field::Close: return &Stock::close;
+    case Field::Vol: return &Stock::volume;
+    case Field::Increase:
+    case Field::Swing: return nullptr;
+    }
+    return nullptr;
+}
+
 double MetaEvalator_OHLC::numberAt(size_t i) const
 {
     const Stock &bar = m_bars[i];
-    switch (m_field) {
-    case Field::Open: return bar.open;
-    case Field::High: return bar.high;
-    case Field::Low: return bar.low;
-    case Field::Close: return bar.close;
-    case Field::Vol: return bar.volume;
-    case Field::Swing: return (double(bar.high) - bar.low) * 100 / bar.low;
-    case Field::Increase: {
-        const double previousClose = m_bars[i - 1].close;
-        const float prices[] = {bar.close, bar.open, bar.high, bar.low, bar.close};
-        return (prices[m_mode] - previousClose) * 100 / previousClose;
-    }
-    }
-    return 0;
+    if (float Stock::*const field = plainField())
+        return bar.*field;
+    if (m_field == Field::Swing)
+        return (double(bar.high) - bar.low) * 100 / bar.low;
+    const double previousClose = m_bars[i - 1].close;
+    const float prices[] = {bar.close, bar.open, bar.high, bar.low, bar.close};
+    return (prices[m_mode] - previousClose) * 100 / previousClose;
 }

@@ -14,6 +14,8 @@ struct MetaEvalator_OHLC : MetaEvalutor {
 
 private:
     enum class Field { Open, High, Low, Close, Increase, Swing, Vol };
+    // The bar field read as it stands, or null for the percentages.
+    float Stock::*plainField() const;
     double numberAt(size_t barIndex) const;
     Field m_field = Field::Close;
     int m_mode = 0; // which price "increase" measures against the previous close
