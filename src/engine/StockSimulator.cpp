@@ -151,30 +151,17 @@ int StockSimulator::checkExit(int index, bool rapidAllowed)
 int StockSimulator::sell(int index, TradeStatus type)
 {
     const Stock &bar = m_bars[size_t(index)];
-    if (m_saleAtClose) {
-        if (notSoldAtLimitDown(bar.close, index, type))
-            return 0;
-        m_position.salePrice = bar.close;
-        m_position.saleDate = dateId(bar.date);
-        m_position.holdDays = index - m_position.buyIndex + 1;
-        m_position.closed = true;
-        m_position.summaryCount = SummaryCount::Counted;
-    } else if (index + 1 < int(m_bars.size())) {
-        const Stock &next = m_bars[size_t(index + 1)];
-        if (notSoldAtLimitDown(next.open, index + 1, type))
-            return 0;
-        m_position.salePrice = next.open;
-        m_position.saleDate = dateId(next.date);
-        m_position.holdDays = index - m_position.buyIndex + 2;
-        m_position.closed = true;
-        m_position.summaryCount = SummaryCount::Counted;
-    } else {
-        // Never reached from the day step, which does not sell on the last bar.
-        m_position.salePrice = 0;
-        m_position.saleDate =
-            TradeDate::idOfText(QStringLiteral("%1下一交易日开盘").arg(TradeDate::text(dateId(bar.date))));
-        m_position.holdDays = index - m_position.buyIndex + 2;
+    if (m_saleAtClose)
+        return notSoldAtLimitDown(bar.close, index, type) ? 0 : closeAt(bar.close, index, type);
+    if (index + 1 < int(m_bars.size())) {
+        const double open = m_bars[size_t(index + 1)].open;
+        return notSoldAtLimitDown(open, index + 1, type) ? 0 : closeAt(open, index + 1, type);
     }
+    // Never reached from the day step, which does not sell on the last bar.
+    m_position.salePrice = 0;
+    m_position.saleDate =
+        TradeDate::idOfText(QStringLiteral("%1下一交易日开盘").arg(TradeDate::text(dateId(bar.date))));
+    m_position.holdDays = index - m_position.buyIndex + 2;
     m_position.status = type;
     fileAndClear();
     return excludedDays();
@@ -184,15 +171,21 @@ int StockSimulator::sell(int index, TradeStatus type)
 // opened below it.
 int StockSimulator::stopIntraday(int index)
 {
-    const Stock &bar = m_bars[size_t(index)];
-    const double price = std::min(double(bar.open), stopPrice());
+    const double price = std::min(double(m_bars[size_t(index)].open), stopPrice());
     const TradeStatus type = TradeStatus::StopLoss;
     if (notSoldAtLimitDown(price, index, type))
         return 0;
     ++m_effects.stopIntraday;
+    return closeAt(price, index, type);
+}
+
+// Files the position as sold at PRICE on bar FILLINDEX; the days it leaves
+// out of new buys.
+int StockSimulator::closeAt(double price, int fillIndex, TradeStatus type)
+{
     m_position.salePrice = price;
-    m_position.saleDate = dateId(bar.date);
-    m_position.holdDays = index - m_position.buyIndex + 1;
+    m_position.saleDate = dateId(m_bars[size_t(fillIndex)].date);
+    m_position.holdDays = fillIndex - m_position.buyIndex + 1;
     m_position.closed = true;
     m_position.summaryCount = SummaryCount::Counted;
     m_position.status = type;

@@ -42,6 +42,7 @@ private:
     int checkExit(int index, bool rapidAllowed);
     int sell(int index, TradeStatus type);
     int stopIntraday(int index);
+    int closeAt(double price, int fillIndex, TradeStatus type);
     bool notSoldAtLimitDown(double price, int fillIndex, TradeStatus type);
     double stopPrice() const;
     void filePendingBuy(int index);
