@@ -51,14 +51,9 @@ QString readOptions(const QStringList &arguments, BacktestOptions &options)
         QStringLiteral("compare-rules"),
         QStringLiteral("also run with every real-account rule on and print both summaries"));
     parser.addOptions({data, out, config, jobs, encoding, report, compareRules});
-    if (!parser.parse(arguments))
-        return parser.errorText();
-    if (parser.isSet(QStringLiteral("help")))
-        return parser.helpText();
-    if (parser.positionalArguments().size() != 1)
-        return QStringLiteral("需要一个脚本文件 / expected one SCRIPT\n") + parser.helpText();
+    if (QString problem = Commands::parseScript(parser, arguments, options.script); !problem.isEmpty())
+        return problem;
 
-    options.script = parser.positionalArguments().constFirst();
     options.data = parser.value(data);
     options.out = parser.value(out);
     options.config = parser.value(config);

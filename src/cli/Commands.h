@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+class QCommandLineParser;
+
 // Each command receives its own arguments (the program name first) and
 // returns the process's exit code.
 namespace Commands {
@@ -30,5 +32,17 @@ int sweepMerge(const QStringList &arguments);
 // Prints why the options were refused (or the help text asked for) and
 // returns the exit code that goes with it.
 int refuseOptions(const QString &problem, const QStringList &arguments);
+
+// Parses ARGUMENTS: empty when they are good, else the text to refuse them
+// with (the parser's complaint, or the help asked for).
+QString parse(QCommandLineParser &parser, const QStringList &arguments);
+
+// As parse, for a command of one positional argument, which lands in VALUE;
+// MISSING says what is wanted when it is not given once.
+QString parseOne(QCommandLineParser &parser, const QStringList &arguments, const QString &missing,
+                 QString &value);
+
+// As parseOne, for a command that runs the strategy script named.
+QString parseScript(QCommandLineParser &parser, const QStringList &arguments, QString &script);
 
 } // namespace Commands

@@ -27,13 +27,10 @@ QString readOptions(const QStringList &arguments, ConvertOptions &options)
                                     QStringLiteral("only: A-share stocks; all: every code"),
                                     QStringLiteral("WHICH"), QStringLiteral("only"));
     parser.addOptions({from, data, stocks});
-    if (!parser.parse(arguments))
-        return parser.errorText();
-    if (parser.isSet(QStringLiteral("help")))
-        return parser.helpText();
-    if (parser.positionalArguments().size() != 1)
-        return QStringLiteral("需要一个源文件夹 / expected one SRC folder\n") + parser.helpText();
-    options.source.dir = parser.positionalArguments().constFirst();
+    const QString missing = QStringLiteral("需要一个源文件夹 / expected one SRC folder");
+    if (QString problem = Commands::parseOne(parser, arguments, missing, options.source.dir);
+        !problem.isEmpty())
+        return problem;
     options.source.format = parser.value(from);
     if (options.source.kind() != KLineFormat::Tdx && options.source.kind() != KLineFormat::Csv)
         return QStringLiteral("--from 只能是 tdx 或 csv / --from must be tdx or csv");

@@ -58,10 +58,8 @@ QString readOptions(const QStringList &arguments, DownloadRequest &request)
                        "the public service)"),
         QStringLiteral("URL"));
     parser.addOptions({codesFile, data, adjust, period, host});
-    if (!parser.parse(arguments))
-        return parser.errorText();
-    if (parser.isSet(QStringLiteral("help")))
-        return parser.helpText();
+    if (QString problem = Commands::parse(parser, arguments); !problem.isEmpty())
+        return problem;
 
     KLineDownloader::Options &options = request.options;
     options.adjustment = parser.value(adjust);

@@ -30,13 +30,8 @@ QString readOptions(const QStringList &arguments, ScreenOptions &options)
                                   QStringLiteral("screen as if the data ended on this day"),
                                   QStringLiteral("YYYY-MM-DD"));
     parser.addOptions({data, config, date});
-    if (!parser.parse(arguments))
-        return parser.errorText();
-    if (parser.isSet(QStringLiteral("help")))
-        return parser.helpText();
-    if (parser.positionalArguments().size() != 1)
-        return QStringLiteral("需要一个脚本文件 / expected one SCRIPT\n") + parser.helpText();
-    options.script = parser.positionalArguments().constFirst();
+    if (QString problem = Commands::parseScript(parser, arguments, options.script); !problem.isEmpty())
+        return problem;
     options.data = parser.value(data);
     options.config = parser.value(config);
     options.date = parser.value(date);

@@ -70,13 +70,8 @@ QString readOptions(const QStringList &arguments, SweepOptions &options)
          QStringLiteral("I/N")},
         {QStringLiteral("force"), QStringLiteral("run a grid of more than 100000 combinations")},
     });
-    if (!parser.parse(arguments))
-        return parser.errorText();
-    if (parser.isSet(QStringLiteral("help")))
-        return parser.helpText();
-    if (parser.positionalArguments().size() != 1)
-        return QStringLiteral("需要一个脚本文件 / expected one SCRIPT\n") + parser.helpText();
-    options.script = parser.positionalArguments().constFirst();
+    if (QString problem = Commands::parseScript(parser, arguments, options.script); !problem.isEmpty())
+        return problem;
     options.data = parser.value(QStringLiteral("data"));
     options.config = parser.value(QStringLiteral("config"));
     if (parser.isSet(QStringLiteral("out")))
